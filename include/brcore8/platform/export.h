@@ -1,0 +1,28 @@
+// What differs between compilers and systems in a declaration, decided once.
+#ifndef BRCORE8_PLATFORM_EXPORT_H
+#define BRCORE8_PLATFORM_EXPORT_H
+
+// BRCORE8_API marks what the shared library exports; everything else stays inside it.
+// BRCORE8_STDCALL is the calling convention of the call-outs (32-bit Windows alone has several).
+#if defined(_WIN32)
+#if defined(BRCORE8_BUILDING)
+#define BRCORE8_API __declspec(dllexport)
+#else
+#define BRCORE8_API __declspec(dllimport)
+#endif
+#define BRCORE8_STDCALL __stdcall
+#else
+#define BRCORE8_API __attribute__((visibility("default")))
+#define BRCORE8_STDCALL
+#endif
+
+// The compiler checks the arguments of a printf-like member against its format.
+#if defined(__MINGW32__)
+#define BRCORE8_PRINTF(format, first) __attribute__((format(gnu_printf, format, first)))
+#elif defined(__GNUC__)
+#define BRCORE8_PRINTF(format, first) __attribute__((format(printf, format, first)))
+#else
+#define BRCORE8_PRINTF(format, first)
+#endif
+
+#endif

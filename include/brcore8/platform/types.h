@@ -1,0 +1,19 @@
+// The platform's handle types as opaque names, the same that its own header declares, so that
+// the logic half never needs <windows.h> and never disagrees with it.
+#ifndef BRCORE8_PLATFORM_TYPES_H
+#define BRCORE8_PLATFORM_TYPES_H
+
+struct HINSTANCE__;
+using HINSTANCE = HINSTANCE__*;
+
+// <windows.h> turns these words into macros; members of our classes bear the same names. Such a
+// member is declared under its plain name and under the decorated one that the macro makes of it,
+// so that a program sees the same class whichever header comes first.
+#ifdef GetClassInfo
+#undef GetClassInfo
+#endif
+#ifdef LoadString
+#undef LoadString
+#endif
+
+#endif

@@ -1,0 +1,8 @@
+// The platform's names on POSIX systems: what the library calls, with the meaning that the
+// platform gives it, and nothing more. One header a family; see there for each promise.
+#ifndef BRCORE8_PLATFORM_POSIX_POSIX_H
+#define BRCORE8_PLATFORM_POSIX_POSIX_H
+
+#include <brcore8/platform/types.h>
+
+#endif
