@@ -1,0 +1,405 @@
+// SString: the one text type of every interface.
+//
+// A handle of one pointer onto a shared, reference-counted, copy-on-write buffer of bytes in the
+// process's code page (see multibyte.h). Copying shares the buffer; writing first makes it one's
+// own. The text is followed by a zero byte and is never null: an empty string, also a moved-from
+// one, points at one shared empty buffer.
+//
+// Positions and counts are characters: under a double-byte page a lead byte and its trail byte
+// are one, under a single-byte page every byte is one. A string may hold zero bytes: its lengths
+// count them, and what takes another SString or a std::string_view sees them. What takes a
+// `const char*`, and every comparison and search, ends at the first zero byte.
+//
+// Threads: handles on one buffer may be copied and destroyed by several threads at once; one
+// handle that is written needs the caller's lock.
+// Errors: every operation that needs memory throws SEOutOfMemory when there is none, or when the
+// text would exceed MaxBytes; the string is then what it was before.
+//
+//     SString greeting = "Hello";
+//     greeting += ", world";
+//     greeting.ReplaceAll("o", "0");          // "Hell0, w0rld"
+//     if (greeting.Match("Hell*")) { ... }
+#ifndef BRCORE8_STRINGS_STRING_H
+#define BRCORE8_STRINGS_STRING_H
+
+#include <brcore8/platform/export.h>
+#include <brcore8/platform/types.h>
+
+#include <atomic>
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <string_view>
+#include <utility>
+
+class SStringBuffer;
+
+// What stands in front of the text. The text follows at once, then its zero byte.
+struct SStringData {
+    std::int32_t references;  // handles on this buffer; 1 = exclusively owned; -1 = locked
+    std::int32_t bytes;       // text bytes, without the terminator
+    std::int32_t capacity;    // text bytes there is room for, without the terminator
+    std::int32_t characters;  // characters of the text; equals bytes under a single-byte page
+};
+static_assert(sizeof(SStringData) == 16);
+
+class BRCORE8_API SString {
+public:
+    class const_iterator;
+    class line_iterator;
+    class word_iterator;
+    class parts_iterator;
+
+    // The longest text, in bytes: header, text and terminator stay below 2^31.
+    static constexpr std::int32_t MaxBytes = 0x7FFFFFFF - 17;
+
+    // ---- Create -------------------------------------------------------------------------------
+
+    SString() noexcept : text_(EmptyText()) {}
+    SString(std::nullptr_t) noexcept : SString() {}
+    // A copy of the text; null is empty. A value below 0x10000 is no address but the identifier
+    // of a string resource, which is loaded (see LoadString).
+    SString(const char* text);
+    // The bytes from `begin` up to `end`, zero bytes included; empty when either is null or
+    // end <= begin.
+    SString(const char* begin, const char* end);
+    // The first `count` characters of the text, or all of it when it is shorter.
+    SString(const char* text, int count);
+    // Exactly the bytes of the view.
+    explicit SString(std::string_view text);
+    // UTF-16 text, converted to the process's code page; null is empty. The second form stops at
+    // the terminator or after `count` units, whichever comes first.
+    SString(const unsigned short* text);
+    SString(const unsigned short* text, int count);
+    SString(const SString& other);
+    // Takes the buffer over (a locked one stays locked) and leaves the other empty.
+    SString(SString&& other) noexcept : text_(std::exchange(other.text_, EmptyText())) {}
+    // A right-sized copy of its own, never a share of the growing buffer.
+    SString(const SStringBuffer& buffer);
+    // A character `repeat` times (two bytes each when it is double-byte); empty when repeat < 1.
+    SString(unsigned int character, int repeat);
+    SString(int character, int repeat) : SString(static_cast<unsigned int>(character), repeat) {}
+    SString(char character, int repeat);
+    // "Yes" for non-zero, "No" for zero.
+    explicit SString(int truth);
+    // Formatted with "%ld", "%lu" and "%g".
+    explicit SString(long value);
+    explicit SString(unsigned long value);
+    explicit SString(double value);
+    // The string resource `id` of a module; see LoadString.
+    SString(HINSTANCE module, unsigned int id);
+    ~SString() {
+        if (text_ != EmptyText()) Drop();
+    }
+
+    void Init(const char* text) { *this = text; }
+    void Init(const unsigned short* text) { *this = text; }
+    void Init(const SString& text) { *this = text; }
+
+    // Shares the other's buffer, or copies its text when either of the two is locked.
+    SString& operator=(const SString& other);
+    // Takes the other's buffer and leaves it empty; a locked string on either side is copied.
+    SString& operator=(SString&& other);
+    SString& operator=(const SStringBuffer& buffer);
+    // Null is empty.
+    SString& operator=(const char* text);
+    SString& operator=(const unsigned short* text);
+    SString& operator=(std::string_view text);
+    // The single character.
+    SString& operator=(unsigned int character);
+    SString& operator=(char character);
+
+    // ---- Read ---------------------------------------------------------------------------------
+
+    // Characters, bytes, and whether there are none.
+    int Length() const noexcept { return GetData()->characters; }
+    int LengthByte() const noexcept { return GetData()->bytes; }
+    int IsEmpty() const noexcept { return GetData()->bytes == 0; }
+
+    // The text, never null; valid until this handle is written, assigned or destroyed.
+    operator const char*() const noexcept { return text_; }
+    // All its bytes, zero bytes included; valid as long as the above.
+    operator std::string_view() const noexcept { return View(); }
+    std::string_view View() const noexcept {
+        return {text_, static_cast<std::size_t>(LengthByte())};
+    }
+    // The text, or null when the string is empty.
+    const char* GetSafePointer() const noexcept { return IsEmpty() ? nullptr : text_; }
+    // Where character `index` stands; Length() gives the terminator; null outside 0..Length().
+    const char* GetPointerAt(int index) const noexcept;
+
+    // The character code at `index`: under a single-byte page the byte sign-extended; under a
+    // double-byte page the byte, or the lead byte taken as signed times 256 plus the trail byte.
+    // 0 outside 0..Length()-1.
+    int GetAt(int index) const noexcept;
+    int operator[](int index) const noexcept { return GetAt(index); }
+    // Replaces the character at `index`, which may change the byte length; nothing outside
+    // 0..Length()-1.
+    void SetAt(int index, unsigned int character);
+
+    // The class of the character at `index` in the process's code page. IsASCII: its code taken
+    // unsigned is below 128.
+    int IsAlpha(int index) const noexcept;
+    int IsDigit(int index) const noexcept;
+    int IsAlphaNum(int index) const noexcept;
+    int IsLower(int index) const noexcept;
+    int IsUpper(int index) const noexcept;
+    int IsWhitespace(int index) const noexcept;
+    int IsASCII(int index) const noexcept;
+
+    // The text as a number (as atol and atof read it); as a truth value: 1 for "Yes" in any
+    // case, else whether the number is not 0.
+    operator long() const noexcept;
+    operator double() const noexcept;
+    operator int() const noexcept;
+    // Whether the whole text is: an optional sign, digits, optionally one "," or "." and digits.
+    // A lone sign or separator counts as a number too; an empty text does not.
+    int IsNumber() const noexcept;
+    // Whether the text begins as an RTF document does; false for null.
+    int IsRtf() const noexcept { return IsRtfText(text_); }
+    static int IsRtfText(const char* text) noexcept;
+
+    // Copies the text with its terminator into a buffer of at least LengthByte() + 1 bytes, or
+    // units; nothing for null.
+    void ToAnsi(char* buffer) const noexcept;
+    void ToUnicode(unsigned short* buffer) const;
+
+    static int SafeStrlen(const char* text) noexcept;  // 0 for null
+
+    // ---- Compare ------------------------------------------------------------------------------
+    // Negative, zero or positive. Each family has four members: with the whole text, with at most
+    // `bytes` bytes of it, and both again starting at character `start` of this string (the empty
+    // text beyond its end). The text must not be null.
+
+    // By character code.
+    int Compare(const char* text) const noexcept;
+    int Compare(const char* text, int bytes) const noexcept;
+    int Compare(int start, const char* text) const noexcept;
+    int Compare(int start, const char* text, int bytes) const noexcept;
+    // The same with every letter of the code page folded to lower case.
+    int CompareNoCase(const char* text) const noexcept;
+    int CompareNoCase(const char* text, int bytes) const noexcept;
+    int CompareNoCase(int start, const char* text) const noexcept;
+    int CompareNoCase(int start, const char* text, int bytes) const noexcept;
+    // In the order of the user's language.
+    int Collate(const char* text) const;
+    int Collate(const char* text, int bytes) const;
+    int Collate(int start, const char* text) const;
+    int Collate(int start, const char* text, int bytes) const;
+    int CollateNoCase(const char* text) const;
+    int CollateNoCase(const char* text, int bytes) const;
+    int CollateNoCase(int start, const char* text) const;
+    int CollateNoCase(int start, const char* text, int bytes) const;
+    // Runs of digits by their value: "x9" < "x10" (see _tcscmpi).
+    int CompareNb(const char* text) const noexcept;
+    int CompareNb(const char* text, int bytes) const noexcept;
+    int CompareNb(int start, const char* text) const noexcept;
+    int CompareNb(int start, const char* text, int bytes) const noexcept;
+    int CompareNbNoCase(const char* text) const noexcept;
+    int CompareNbNoCase(const char* text, int bytes) const noexcept;
+    int CompareNbNoCase(int start, const char* text) const noexcept;
+    int CompareNbNoCase(int start, const char* text, int bytes) const noexcept;
+
+    // Whether the whole text matches a pattern: "*" any run, "?" any one character, "\" takes the
+    // next character literally (at the pattern's end it is ignored). Costs at most the product
+    // of the lengths. Null is the empty pattern.
+    int Match(const char* pattern) const noexcept;
+    int MatchNoCase(const char* pattern) const noexcept;
+
+    // ---- Search -------------------------------------------------------------------------------
+    // Pointers into this text, or null; `from` must point into this text.
+
+    const char* Find(unsigned int character) const noexcept;
+    const char* Find(unsigned int character, const char* from) const noexcept;
+    const char* ReverseFind(unsigned int character) const noexcept;
+    const char* Find(const char* what) const noexcept;
+    const char* Find(const char* what, const char* from) const noexcept;
+    const char* FindNoCase(const char* what) const noexcept;
+    const char* FindNoCase(const char* what, const char* from) const noexcept;
+    // The character index of the first match at or after `start`, or -1. The start position is
+    // compared as a whole character; after it every character by its first byte alone,
+    // sign-extended, so that a double-byte character is found at the start position only.
+    int FindPos(unsigned int character, int start = 0) const noexcept;
+    // The last match at or before `last` (-1: anywhere), or -1; compares whole characters.
+    int ReverseFindPos(unsigned int character, int last = -1) const noexcept;
+
+    // ---- Take parts ---------------------------------------------------------------------------
+    // Counts are clamped to what there is; negative counts as 0.
+
+    SString Left(int count) const;
+    SString Right(int count) const;
+    SString Mid(int first, int count) const;
+
+    // ---- Change -------------------------------------------------------------------------------
+
+    SString& operator+=(const SString& text);
+    SString& operator+=(const char* text);  // null appends nothing
+    SString& operator+=(std::string_view text);
+    SString& operator+=(char character);
+    SString& operator+=(unsigned int character);
+
+    // `index` beyond the end appends, below 0 inserts in front; null inserts nothing.
+    void Insert(const char* text, int index);
+    // Removes `count` characters from `index` on; a negative count, or one beyond the end,
+    // removes to the end. Nothing when index lies outside 0..Length()-1.
+    void Delete(int index, int count = 1);
+
+    // Remove leading and trailing runs of one character (0: none), or of any character of a set
+    // (null: none).
+    void TrimLeft(unsigned int character);
+    void TrimRight(unsigned int character);
+    void Trim(unsigned int character);
+    void TrimLeft(const char* set = " \t\r\n");
+    void TrimRight(const char* set = " \t\r\n");
+    void Trim(const char* set = " \t\r\n");
+
+    // Replace the first occurrence, or all: a replacement is never itself searched. Return 1 when
+    // something was replaced. Null or "" is found nowhere; a null replacement is empty.
+    int Replace(const char* from, const char* to);
+    int ReplaceNoCase(const char* from, const char* to);
+    int ReplaceAll(const char* from, const char* to);
+    int ReplaceAllNoCase(const char* from, const char* to);
+    int Replace(unsigned int from, unsigned int to);
+    int ReplaceNoCase(unsigned int from, unsigned int to);
+    int ReplaceAll(unsigned int from, unsigned int to);
+    int ReplaceAllNoCase(unsigned int from, unsigned int to);
+    // ReplaceAll for each pair of characters of two texts walked in step, one pass a pair, to
+    // the end of the shorter; 1 when any pass replaced something.
+    int Translate(const char* from, const char* to);
+
+    void ToUpper();
+    void ToLower();
+    void ToUpper(int index);
+    void ToLower(int index);
+    // In place between the process's ANSI and OEM code pages.
+    void CharToOemA();
+    void OemToCharA();
+
+    // ---- Format -------------------------------------------------------------------------------
+
+    // printf-style formatting into this string; arguments may point into its own text. Whatever
+    // the result's length, it is whole. A null string argument prints as "(null)". Sizes that
+    // would exceed MaxBytes throw SEOutOfMemory; "%n" takes its argument and writes nothing.
+    BRCORE8_PRINTF(2, 3) void Format(const char* format, ...);
+    // The same with a string resource as the format.
+    void Format(unsigned int id, ...);
+    void FormatV(const char* format, std::va_list arguments);
+
+    // Loads a string resource: of `module`, or, when that is null, of the current resource module
+    // (see module.h). Returns 1 when the loaded text is not empty; a failed load gives "".
+    int LoadString(unsigned int id, HINSTANCE module = nullptr);
+    int LoadStringA(unsigned int id, HINSTANCE module = nullptr) { return LoadString(id, module); }
+    int LoadStringW(unsigned int id, HINSTANCE module = nullptr) { return LoadString(id, module); }
+
+    // ---- Write into the buffer ----------------------------------------------------------------
+
+    // An exclusively owned buffer with room for `characters` characters (0 counts as 1) and a
+    // terminator, holding the old text, cut to that room. Valid until the next operation on this
+    // string, normally Unlock.
+    char* Lock(int characters);
+    // Ends writing: the length is taken from the terminator (-1), or is so many characters, at
+    // most what the buffer has room for.
+    void Unlock(int characters = -1);
+    // Lock, and the length set at once to `characters` (twice as many bytes under a double-byte
+    // page), terminated.
+    char* GetBufferSetLength(int characters);
+    // Lock for the present text and mark the buffer locked: until UnlockBuffer, copies of this
+    // string get buffers of their own, and assignments to it write into this one.
+    char* LockBuffer();
+    void UnlockBuffer() noexcept;
+    // Empties the string; a locked buffer is kept, any other one given back.
+    void Done() noexcept;
+    // Points at the empty buffer without giving the present one back: for a handle whose buffer
+    // was handed on.
+    void SetNull() noexcept { text_ = EmptyText(); }
+
+    SStringData* GetData() const noexcept { return reinterpret_cast<SStringData*>(text_) - 1; }
+    // Gives unused blocks of the string pools back to the heap.
+    static void DeleteEmptyStrings() noexcept;
+    // Whether header and text agree: terminator in place, lengths within the capacity, the
+    // character count that of the text. For tests and debugging.
+    int AssertValid() const noexcept;
+
+protected:
+    // A fresh exclusive buffer of `bytes` bytes, content to be copied in by the caller; the old
+    // one is not given back. bytes <= 0 points at the empty buffer.
+    void AllocBuffer(std::int64_t bytes);
+    void AllocBeforeWrite(std::int64_t bytes);
+    void CopyBeforeWrite();
+    void AssignCopy(std::int64_t bytes, const char* text);
+    void ConcatInPlace(std::int64_t bytes, const char* text);
+    void Release() noexcept;
+    void SetLength(std::int32_t bytes) noexcept;  // terminator and both lengths
+    static void FreeData(SStringData* data) noexcept;
+    static SString Join(std::string_view left, std::string_view right);
+
+    bool IsShared() const noexcept { return References().load(std::memory_order_acquire) > 1; }
+    bool IsLocked() const noexcept {
+        return text_ != EmptyText() && References().load(std::memory_order_relaxed) < 0;
+    }
+    std::atomic_ref<std::int32_t> References() const noexcept {
+        return std::atomic_ref<std::int32_t>(GetData()->references);
+    }
+
+    char* text_;
+
+private:
+    friend class SStringBuffer;
+    friend BRCORE8_API SString operator+(const SString& left, const SString& right);
+    friend BRCORE8_API SString operator+(const SString& left, const char* right);
+    friend BRCORE8_API SString operator+(const char* left, const SString& right);
+
+    struct EmptyBuffer {
+        SStringData data;
+        char terminator[4];
+    };
+    static EmptyBuffer empty_;
+    static char* EmptyText() noexcept { return empty_.terminator; }
+
+    void Drop() noexcept;  // one handle fewer on a buffer that is not the empty one
+    const char* From(int start) const noexcept;
+};
+static_assert(sizeof(SString) == sizeof(void*));
+
+// ---- Free operators ---------------------------------------------------------------------------
+
+// A new string of exactly the joined length; null counts as empty.
+BRCORE8_API SString operator+(const SString& left, const SString& right);
+BRCORE8_API SString operator+(const SString& left, const char* right);
+BRCORE8_API SString operator+(const char* left, const SString& right);
+
+// By character code, as Compare; null counts as empty.
+BRCORE8_API bool operator==(const SString& left, const SString& right) noexcept;
+BRCORE8_API bool operator==(const SString& left, const char* right) noexcept;
+BRCORE8_API bool operator==(const char* left, const SString& right) noexcept;
+BRCORE8_API bool operator!=(const SString& left, const SString& right) noexcept;
+BRCORE8_API bool operator!=(const SString& left, const char* right) noexcept;
+BRCORE8_API bool operator!=(const char* left, const SString& right) noexcept;
+BRCORE8_API bool operator<(const SString& left, const SString& right) noexcept;
+BRCORE8_API bool operator<(const SString& left, const char* right) noexcept;
+BRCORE8_API bool operator<(const char* left, const SString& right) noexcept;
+BRCORE8_API bool operator>(const SString& left, const SString& right) noexcept;
+BRCORE8_API bool operator>(const SString& left, const char* right) noexcept;
+BRCORE8_API bool operator>(const char* left, const SString& right) noexcept;
+BRCORE8_API bool operator<=(const SString& left, const SString& right) noexcept;
+BRCORE8_API bool operator<=(const SString& left, const char* right) noexcept;
+BRCORE8_API bool operator<=(const char* left, const SString& right) noexcept;
+BRCORE8_API bool operator>=(const SString& left, const SString& right) noexcept;
+BRCORE8_API bool operator>=(const SString& left, const char* right) noexcept;
+BRCORE8_API bool operator>=(const char* left, const SString& right) noexcept;
+
+// The bytes of the text, zero bytes included.
+BRCORE8_API std::ostream& operator<<(std::ostream& stream, const SString& text);
+
+template <>
+struct std::hash<SString> {
+    std::size_t operator()(const SString& text) const noexcept {
+        return std::hash<std::string_view>()(text.View());
+    }
+};
+
+#include <brcore8/strings/string_iterators.h>
+
+#endif
