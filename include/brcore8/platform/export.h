@@ -18,11 +18,11 @@
 
 // The compiler checks the arguments of a printf-like member against its format.
 #if defined(__MINGW32__)
-#define BRCORE8_PRINTF(format, first) __attribute__((format(gnu_printf, format, first)))
+#define BRCORE8_PRINTF(position, first) __attribute__((format(gnu_printf, position, first)))
 #elif defined(__GNUC__)
-#define BRCORE8_PRINTF(format, first) __attribute__((format(printf, format, first)))
+#define BRCORE8_PRINTF(position, first) __attribute__((format(printf, position, first)))
 #else
-#define BRCORE8_PRINTF(format, first)
+#define BRCORE8_PRINTF(position, first)
 #endif
 
 #endif
