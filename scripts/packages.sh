@@ -1,0 +1,82 @@
+# shellcheck shell=bash disable=SC2034,SC2154
+# Sourced by run and test: what each job needs, and how it gets onto the machine.
+# A line is PACKAGE PROBE: the Debian package, and the program or file that shows it is there.
+
+needs_build='
+g++ g++
+cmake cmake
+ninja-build ninja
+libcli11-dev /usr/include/CLI/CLI.hpp
+'
+needs_test='
+googletest /usr/src/googletest/CMakeLists.txt
+gdb gdb
+pkg-config pkg-config
+'
+needs_all='
+ccache ccache
+clang-14 clang++-14
+libclang-rt-14-dev /usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.fuzzer-x86_64.a
+g++-mingw-w64-x86-64-posix x86_64-w64-mingw32-g++-posix
+g++-mingw-w64-i686-posix i686-w64-mingw32-g++-posix
+wine wine
+wine64 /usr/lib/wine/wine64
+xvfb Xvfb
+xauth xauth
+doxygen doxygen
+'
+
+# need LIST...: installs the packages of these lists whose probes fail; stops when it cannot.
+need() {
+    local package probe missing=() sudo=()
+    while read -r package probe; do
+        case $probe in
+        '') continue ;;
+        /*) [ -e "$probe" ] || missing+=("$package") ;;
+        *) command -v "$probe" >/dev/null || missing+=("$package") ;;
+        esac
+    done <<<"$*"
+    [ ${#missing[@]} -gt 0 ] || return 0
+
+    if ! command -v apt-get >/dev/null; then
+        echo "missing, please install (Debian's names): ${missing[*]}" >&2
+        exit 1
+    fi
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "missing, please install as root: ${missing[*]}" >&2
+            exit 1
+        fi
+        sudo=(sudo)
+    fi
+    echo "installing: ${missing[*]}" >&2
+    local log
+    log=$(mktemp)
+    if ! { "${sudo[@]}" apt-get update -qq &&
+        "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq \
+            -o DPkg::Lock::Timeout=300 --no-install-recommends "${missing[@]}"; } \
+        >"$log" 2>&1 </dev/null; then
+        cat "$log" >&2
+        rm -f "$log"
+        echo "these packages could not be installed: ${missing[*]}" >&2
+        exit 1
+    fi
+    rm -f "$log"
+}
+
+# quietly NAME COMMAND...: keeps the output in a log and shows it only when the command fails.
+quietly() {
+    local log=$root/build/log/$1
+    shift
+    mkdir -p "$root/build/log"
+    "$@" >"$log" 2>&1 </dev/null || { cat "$log" >&2; exit 1; }
+}
+
+# A clone in another folder finds what an earlier one compiled.
+prepare_environment() {
+    export PATH="${PATH:-/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin}"
+    export HOME="${HOME:-$root/build/home}"
+    export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
+    export LC_ALL=C.UTF-8
+    jobs=$(nproc)
+}
