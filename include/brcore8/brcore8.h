@@ -1,0 +1,13 @@
+// The whole library: every public header of every folder. The headers that stand beside this one
+// join the library to others and are taken in by those who want them.
+#ifndef BRCORE8_BRCORE8_H
+#define BRCORE8_BRCORE8_H
+
+#include <brcore8/platform/export.h>
+#include <brcore8/platform/types.h>
+#include <brcore8/strings/multibyte.h>
+#include <brcore8/strings/string.h>
+#include <brcore8/strings/string_iterators.h>
+#include <brcore8/strings/unicode.h>
+
+#endif
