@@ -3,7 +3,15 @@
 #ifndef BRCORE8_BRCORE8_H
 #define BRCORE8_BRCORE8_H
 
+#include <brcore8/core/exception.h>
+#include <brcore8/core/fixed_alloc.h>
+#include <brcore8/core/idle.h>
+#include <brcore8/core/module.h>
+#include <brcore8/core/object.h>
+#include <brcore8/core/throw.h>
 #include <brcore8/platform/export.h>
+#include <brcore8/platform/light_lock.h>
+#include <brcore8/platform/resources.h>
 #include <brcore8/platform/types.h>
 #include <brcore8/strings/multibyte.h>
 #include <brcore8/strings/string.h>
