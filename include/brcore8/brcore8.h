@@ -15,7 +15,10 @@
 #include <brcore8/platform/types.h>
 #include <brcore8/strings/multibyte.h>
 #include <brcore8/strings/string.h>
+#include <brcore8/strings/string_buffer.h>
 #include <brcore8/strings/string_iterators.h>
+#include <brcore8/strings/tokenizer.h>
 #include <brcore8/strings/unicode.h>
+#include <brcore8/text/preprocessor.h>
 
 #endif
