@@ -3,6 +3,11 @@
 #ifndef BRCORE8_BRCORE8_H
 #define BRCORE8_BRCORE8_H
 
+#include <brcore8/containers/dlist.h>
+#include <brcore8/containers/list.h>
+#include <brcore8/containers/rb_tree.h>
+#include <brcore8/containers/table.h>
+#include <brcore8/containers/tree.h>
 #include <brcore8/core/exception.h>
 #include <brcore8/core/fixed_alloc.h>
 #include <brcore8/core/idle.h>
