@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace brcore8 {
 
@@ -69,6 +70,13 @@ public:
         return pairs ? pairs->classes[code & 0xFF] : 0;
     }
 
+    // The UTF-16 unit of one code.
+    std::uint16_t WideOf(unsigned code) const noexcept {
+        if (code < 256) return wideBytes_[code];
+        const Pairs* pairs = pairs_[code >> 8 & 0xFF];
+        return pairs ? pairs->wide[code & 0xFF] : 0;
+    }
+
     // Both conversions return the count that the whole result needs; only whole characters that
     // fit in `capacity` are written, and nothing when `out` is null. No terminator is added.
     std::size_t ToWide(const char* text, std::size_t bytes, std::uint16_t* out,
@@ -95,9 +103,6 @@ private:
     CodePage() = default;
     ~CodePage();
     static const CodePage& LoadDefault(std::atomic<const CodePage*>& slot, bool oem) noexcept;
-    std::uint16_t WideOf(unsigned code) const noexcept {
-        return code < 256 ? wideBytes_[code] : pairs_[code >> 8]->wide[code & 0xFF];
-    }
 
     static std::atomic<const CodePage*> ansi_;
     static std::atomic<const CodePage*> oem_;
@@ -110,8 +115,8 @@ private:
     std::uint16_t classBytes_[256] = {};
     std::uint16_t wideBytes_[256] = {};
     Pairs* pairs_[256] = {};
-    std::uint16_t* codes_ = nullptr;  // of all 65,536 units
-    const CodePage* next_ = nullptr;  // in the list of loaded pages
+    std::vector<std::uint16_t> codes_;  // of all 65,536 units
+    const CodePage* next_ = nullptr;    // in the list of loaded pages
 };
 
 }  // namespace brcore8

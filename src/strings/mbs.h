@@ -1,8 +1,8 @@
 // Walking, comparing and searching byte text character by character. Text is zero-terminated
 // unless a length stands beside it. A lead byte that has no trail byte, because the terminator or
 // the given end follows it, is a character of one byte, so no operation steps over a terminator.
-// Functions without a CodePage argument use the process's page. Nothing here locks or throws,
-// except where memory is said to be needed.
+// Functions without a CodePage argument use the process's page. Nothing here locks, and nothing
+// throws unless it says so.
 #ifndef BRCORE8_STRINGS_MBS_H
 #define BRCORE8_STRINGS_MBS_H
 
@@ -18,9 +18,13 @@ inline unsigned char Byte(const char* p) noexcept {
     return static_cast<unsigned char>(*p);
 }
 
-// 1 or 2; 1 at the terminator.
+// 1 or 2; 1 at the terminator. The second form takes `end`, not a terminator, as the limit.
 inline std::size_t CharBytes(const CodePage& page, const char* p) noexcept {
     return page.IsLead(Byte(p)) && p[1] != 0 ? 2 : 1;
+}
+
+inline std::size_t CharBytes(const CodePage& page, const char* p, const char* end) noexcept {
+    return page.IsLead(Byte(p)) && end - p > 1 && p[1] != 0 ? 2 : 1;
 }
 
 // One character on; stays at the terminator.
@@ -31,6 +35,10 @@ inline const char* Next(const CodePage& page, const char* p) noexcept {
 // lead * 256 + trail, or the byte.
 inline unsigned UnsignedCodeAt(const CodePage& page, const char* p) noexcept {
     return CharBytes(page, p) == 2 ? Byte(p) * 256u + Byte(p + 1) : Byte(p);
+}
+
+inline unsigned UnsignedCodeAt(const CodePage& page, const char* p, const char* end) noexcept {
+    return CharBytes(page, p, end) == 2 ? Byte(p) * 256u + Byte(p + 1) : Byte(p);
 }
 
 // The same with the lead byte taken as signed, so that a double-byte character is negative.
@@ -114,13 +122,13 @@ int CollateNoCaseBytes(const char* left, const char* right, std::size_t n);
 const char* Find(const char* text, unsigned code) noexcept;
 const char* ReverseFind(const char* text, unsigned code) noexcept;
 
-// An empty `what` is found at the start. Searches take time linear in both lengths; hostile texts
-// need memory for that: throws std::bad_alloc.
-const char* FindText(const char* text, const char* what);
-const char* FindText(const char* text, std::size_t bytes, const char* what, std::size_t whatBytes);
-const char* FindTextNoCase(const char* text, const char* what);
+// An empty `what` is found at the start. Searches take time linear in both lengths.
+const char* FindText(const char* text, const char* what) noexcept;
+const char* FindText(const char* text, std::size_t bytes, const char* what,
+                     std::size_t whatBytes) noexcept;
+const char* FindTextNoCase(const char* text, const char* what) noexcept;
 const char* FindTextNoCase(const char* text, std::size_t bytes, const char* what,
-                           std::size_t whatBytes);
+                           std::size_t whatBytes) noexcept;
 
 }  // namespace brcore8::mbs
 

@@ -1,0 +1,143 @@
+#include "platform/posix/code_page_decoder.h"
+
+#include <algorithm>
+
+namespace brcore8 {
+namespace {
+
+constexpr std::size_t kUnits = 0x10000;
+
+constexpr std::array<unsigned char, 128> kDigitValues = [] {
+    std::array<unsigned char, 128> values{};
+    unsigned char next = 0;
+    for (char c = '0'; c <= '9'; ++c)
+        values[static_cast<std::size_t>(c)] = next++;
+    for (char c = 'A'; c <= 'Z'; ++c)
+        values[static_cast<std::size_t>(c)] = next++;
+    for (char c = 'a'; c <= 'z'; ++c)
+        values[static_cast<std::size_t>(c)] = next++;
+    values['_'] = next++;
+    values['~'] = next++;
+    return values;
+}();
+
+class SequenceReader {
+public:
+    explicit SequenceReader(const char* digits) : digits_(digits) {}
+
+    // Calls store(index, value) for the next `count` values.
+    template <class Store>
+    void Read(std::size_t count, Store store) {
+        for (std::size_t i = 0; i < count;) {
+            if (repeat_ == 0) {
+                const unsigned number = Number();
+                if (number & 1) {
+                    repeat_ = number >> 1;
+                } else {
+                    const unsigned zigzag = number >> 1;
+                    step_ = static_cast<std::uint16_t>(zigzag & 1 ? ~(zigzag >> 1) : zigzag >> 1);
+                    repeat_ = 1;
+                }
+            }
+            const std::size_t run = std::min<std::size_t>(repeat_, count - i);
+            for (std::size_t end = i + run; i < end; ++i) {
+                last_ = static_cast<std::uint16_t>(last_ + step_);
+                store(i, last_);
+            }
+            repeat_ -= static_cast<unsigned>(run);
+        }
+    }
+
+private:
+    unsigned Number() {
+        unsigned number = 0;
+        for (unsigned shift = 0;; shift += 5) {
+            const unsigned digit = kDigitValues[static_cast<unsigned char>(*digits_++)];
+            number |= (digit & 0x1F) << shift;
+            if (digit < 0x20) return number;
+        }
+    }
+
+    const char* digits_;
+    unsigned repeat_ = 0;
+    std::uint16_t last_ = 0;
+    std::uint16_t step_ = 0;
+};
+
+struct ExpandedCharacters {
+    std::vector<std::uint16_t> lower, upper, types;
+    ExpandedCharacters() : lower(kUnits), upper(kUnits), types(kUnits) {
+        SequenceReader(kCharacterData.lower).Read(kUnits, [this](std::size_t i, unsigned v) {
+            lower[i] = static_cast<std::uint16_t>(i + v);
+        });
+        SequenceReader(kCharacterData.upper).Read(kUnits, [this](std::size_t i, unsigned v) {
+            upper[i] = static_cast<std::uint16_t>(i + v);
+        });
+        SequenceReader(kCharacterData.types).Read(kUnits, [this](std::size_t i, std::uint16_t v) {
+            types[i] = v;
+        });
+    }
+};
+
+}  // namespace
+
+void DeriveCodes(CodePageTables& tables) {
+    constexpr std::uint16_t kNone = 0;  // the code of unit 0 alone, which every page has
+    std::vector<std::uint16_t> codes(kUnits, kNone);
+    const auto take = [&codes](std::uint16_t unit, std::size_t code) {
+        if (codes[unit] == kNone) codes[unit] = static_cast<std::uint16_t>(code);
+    };
+    for (std::size_t byte = 0; byte < 256; ++byte)
+        if (!tables.lead[byte]) take(tables.single[byte], byte);
+    for (std::size_t lead = 0; lead < 256 && !tables.pairs.empty(); ++lead)
+        for (std::size_t code = lead * 256 + 1; tables.lead[lead] && code < lead * 256 + 256;
+             ++code)
+            take(tables.pairs[code], code);
+    std::replace(codes.begin() + 1, codes.end(), kNone, std::uint16_t{'?'});
+    tables.codes = std::move(codes);
+}
+
+bool DecodeCodePage(unsigned page, CodePageTables& tables) {
+    const CodePageData* end = kCodePageData + kCodePageDataCount;
+    const CodePageData* data =
+        std::find_if(kCodePageData, end, [page](const auto& each) { return each.page == page; });
+    if (data == end) return false;
+
+    CodePageTables result;
+    SequenceReader(data->leads).Read(256, [&](std::size_t i, unsigned v) {
+        result.lead[i] = v != 0;
+    });
+    SequenceReader wide(data->wide);
+    wide.Read(256, [&](std::size_t i, std::uint16_t v) { result.single[i] = v; });
+    for (std::size_t lead = 0; lead < 256; ++lead) {
+        if (!result.lead[lead]) continue;
+        if (result.pairs.empty()) result.pairs.resize(kUnits);
+        std::uint16_t* row = result.pairs.data() + lead * 256;
+        wide.Read(256, [row](std::size_t i, std::uint16_t v) { row[i] = v; });
+    }
+    DeriveCodes(result);
+    std::uint16_t* codes = result.codes.data();
+    SequenceReader(data->codes).Read(kUnits, [codes](std::size_t i, unsigned v) {
+        codes[i] = static_cast<std::uint16_t>(codes[i] + v);
+    });
+    tables = std::move(result);
+    return true;
+}
+
+CharacterFacts DecodeCharacterFacts(std::span<const std::uint16_t> units) {
+    // Never freed: a page may be asked for after static objects are gone.
+    static const ExpandedCharacters& all = *new ExpandedCharacters;
+    CharacterFacts facts;
+    const auto pick = [units](const std::vector<std::uint16_t>& table) {
+        std::vector<std::uint16_t> picked(units.size());
+        std::transform(units.begin(), units.end(), picked.begin(),
+                       [&table](std::uint16_t unit) { return table[unit]; });
+        return picked;
+    };
+    facts.lower = pick(all.lower);
+    facts.upper = pick(all.upper);
+    facts.types = pick(all.types);
+    return facts;
+}
+
+}  // namespace brcore8

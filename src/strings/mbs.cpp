@@ -1,0 +1,108 @@
+#include "strings/mbs.h"
+
+#include <cstdint>
+#include <cstring>
+
+namespace brcore8::mbs {
+namespace {
+
+int Sign(int order) noexcept {
+    return order < 0 ? -1 : order > 0;
+}
+
+// Eight bytes without a high bit hold eight characters: no page has a lead byte below 0x80.
+bool IsPlain8(const char* p) noexcept {
+    std::uint64_t word;
+    std::memcpy(&word, p, sizeof word);
+    return (word & 0x8080808080808080u) == 0;
+}
+
+// Both texts by characters, to their ends or n bytes, whichever comes first. As long as they are
+// equal their characters are equally wide, so one count serves both.
+template <class Fold>
+int CompareCharacters(const CodePage& page, const char* left, const char* right, std::size_t n,
+                      Fold fold) noexcept {
+    const auto code = [&page](const char* p, std::size_t rest) {
+        return page.IsLead(Byte(p)) && rest > 1 && p[1] != 0 ? Byte(p) * 256u + Byte(p + 1)
+                                                             : unsigned{Byte(p)};
+    };
+    while (n > 0) {
+        const unsigned l = fold(code(left, n));
+        const unsigned r = fold(code(right, n));
+        if (l != r) return l < r ? -1 : 1;
+        if (l == 0) return 0;
+        const std::size_t width = l < 256 ? 1 : 2;
+        left += width;
+        right += width;
+        n -= width;
+    }
+    return 0;
+}
+
+int CompareFolded(const unsigned char* fold, const char* left, const char* right,
+                  std::size_t n) noexcept {
+    for (; n > 0; --n, ++left, ++right) {
+        const unsigned char l = fold[Byte(left)];
+        const unsigned char r = fold[Byte(right)];
+        if (l != r) return l < r ? -1 : 1;
+        if (l == 0) return 0;
+    }
+    return 0;
+}
+
+}  // namespace
+
+std::size_t CountBytes(const CodePage& page, const char* text, std::size_t bytes) noexcept {
+    const char* const end = text + bytes;
+    std::size_t count = 0;
+    while (text < end) {
+        if (end - text >= 8 && IsPlain8(text)) {
+            text += 8;
+            count += 8;
+            continue;
+        }
+        text += CharBytes(page, text, end);
+        ++count;
+    }
+    return count;
+}
+
+const char* Advance(const CodePage& page, const char* p, const char* end, int n) noexcept {
+    if (n <= 0) return p;
+    if (!page.IsDoubleByte()) return end - p < n ? end : p + n;
+    while (n > 0 && p < end) {
+        if (n >= 8 && end - p >= 8 && IsPlain8(p)) {
+            p += 8;
+            n -= 8;
+            continue;
+        }
+        p += CharBytes(page, p, end);
+        --n;
+    }
+    return p;
+}
+
+int Compare(const char* left, const char* right) noexcept {
+    const CodePage& page = CodePage::Ansi();
+    if (!page.IsDoubleByte()) return Sign(std::strcmp(left, right));
+    return CompareCharacters(page, left, right, SIZE_MAX, [](unsigned code) { return code; });
+}
+
+int CompareBytes(const char* left, const char* right, std::size_t n) noexcept {
+    const CodePage& page = CodePage::Ansi();
+    if (!page.IsDoubleByte()) return Sign(std::strncmp(left, right, n));
+    return CompareCharacters(page, left, right, n, [](unsigned code) { return code; });
+}
+
+int CompareNoCase(const char* left, const char* right) noexcept {
+    return CompareNoCaseBytes(left, right, SIZE_MAX);
+}
+
+int CompareNoCaseBytes(const char* left, const char* right, std::size_t n) noexcept {
+    const CodePage& page = CodePage::Ansi();
+    if (!page.IsDoubleByte()) return CompareFolded(page.LowerBytes(), left, right, n);
+    return CompareCharacters(page, left, right, n,
+                             [&page](unsigned code) { return page.ToLower(code); });
+}
+
+}  // namespace brcore8::mbs

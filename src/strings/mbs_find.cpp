@@ -1,0 +1,189 @@
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "strings/mbs.h"
+
+namespace brcore8::mbs {
+namespace {
+
+// Whether a character begins at p, given that one begins at `known`. Every byte before a run of
+// possible lead bytes ends a character, and the run itself pairs up.
+bool IsBoundary(const CodePage& page, const char* known, const char* p) noexcept {
+    if (*p == 0) return true;
+    const char* run = p;
+    while (run > known && page.IsLead(Byte(run - 1)))
+        --run;
+    return (p - run) % 2 == 0;
+}
+
+struct Pattern {
+    const CodePage& page;
+    const char* begin;
+    const char* end;
+    bool fold;
+
+    unsigned Code(const char* p, const char* limit) const noexcept {
+        const unsigned code = UnsignedCodeAt(page, p, limit);
+        return fold ? page.ToLower(code) : code;
+    }
+    static std::size_t Width(unsigned code) noexcept { return code < 256 ? 1 : 2; }
+};
+
+// Direct search may compare this often without success before the linear one takes over.
+struct Effort {
+    std::size_t spent = 0;
+    bool limited = true;
+    bool Exceeds(std::size_t walked) const noexcept { return limited && spent > 1024 + 4 * walked; }
+};
+
+// Linear in the worst case: at a difference the table tells how much of the pattern still
+// matches. False when there is no memory for the table.
+bool SearchWithTable(const Pattern& what, const char* text, const char* end,
+                     const char*& found) noexcept {
+    const auto bytes = static_cast<std::size_t>(what.end - what.begin);
+    std::unique_ptr<std::uint16_t[]> codes(new (std::nothrow) std::uint16_t[bytes]);
+    std::unique_ptr<std::size_t[]> border(new (std::nothrow) std::size_t[bytes + 1]);
+    if (!codes || !border) return false;
+
+    std::size_t count = 0;
+    border[0] = 0;
+    for (const char* p = what.begin; p < what.end; ++count) {
+        const unsigned code = what.Code(p, what.end);
+        codes[count] = static_cast<std::uint16_t>(code);
+        p += Pattern::Width(code);
+        std::size_t match = count > 0 ? border[count] : 0;
+        while (match > 0 && codes[match] != code)
+            match = border[match];
+        border[count + 1] = count > 0 && codes[match] == code ? match + 1 : 0;
+    }
+    std::size_t match = 0;
+    found = nullptr;
+    for (const char* p = text; p < end;) {
+        const unsigned code = what.Code(p, end);
+        p += Pattern::Width(code);
+        while (match > 0 && codes[match] != code)
+            match = border[match];
+        if (codes[match] == code) ++match;
+        if (match < count) continue;
+        found = p - bytes;  // a fold never changes a width
+        break;
+    }
+    return true;
+}
+
+// A lead byte that ends the pattern stands alone, so it only matches one that does, too.
+bool EndsWhole(bool loneLead, const char* p, const char* end) noexcept {
+    return !loneLead || p == end || *p == 0;
+}
+
+bool EndsInLoneLead(const Pattern& what) noexcept {
+    return what.page.IsLead(Byte(what.end - 1)) && IsBoundary(what.page, what.begin, what.end - 1);
+}
+
+const char* SearchExact(const Pattern& what, const char* text, const char* end) noexcept {
+    const auto bytes = what.end - what.begin;
+    const bool doubleByte = what.page.IsDoubleByte();
+    const bool loneLead = doubleByte && EndsInLoneLead(what);
+    Effort effort;
+    const char* known = text;
+    for (const char* p = text; end - p >= bytes; ++p) {
+        p = static_cast<const char*>(
+            std::memchr(p, Byte(what.begin), static_cast<std::size_t>(end - p - bytes + 1)));
+        if (!p) return nullptr;
+        std::ptrdiff_t same = 1;
+        while (same < bytes && p[same] == what.begin[same])
+            ++same;
+        const bool match = same == bytes;
+        if (doubleByte && (match || effort.Exceeds(static_cast<std::size_t>(p - text)))) {
+            const bool boundary = IsBoundary(what.page, known, p);
+            known = boundary ? p : p + 1;
+            if (match && boundary && EndsWhole(loneLead, p + bytes, end)) return p;
+        } else if (match) {
+            return p;
+        }
+        effort.spent += static_cast<std::size_t>(same);
+        if (!effort.Exceeds(static_cast<std::size_t>(p - text))) continue;
+        const char* const from = doubleByte ? known : p;
+        const char* found = nullptr;
+        if (SearchWithTable(what, from, end, found)) return found;
+        effort.limited = false;
+    }
+    return nullptr;
+}
+
+const char* SearchFolded(const Pattern& what, const char* text, const char* end) noexcept {
+    const unsigned first = what.Code(what.begin, what.end);
+    Effort effort;
+    for (const char* p = text; p < end;) {
+        const unsigned code = what.Code(p, end);
+        if (code == first) {
+            const char* t = p;
+            const char* w = what.begin;
+            while (w < what.end && t < end) {
+                const unsigned next = what.Code(w, what.end);
+                if (next != what.Code(t, end)) break;
+                w += Pattern::Width(next);
+                t += Pattern::Width(next);
+            }
+            if (w == what.end) return p;
+            effort.spent += static_cast<std::size_t>(w - what.begin);
+            const char* found = nullptr;
+            if (effort.Exceeds(static_cast<std::size_t>(p - text))) {
+                if (SearchWithTable(what, p, end, found)) return found;
+                effort.limited = false;
+            }
+        }
+        p += Pattern::Width(code);
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+const char* Find(const char* text, unsigned code) noexcept {
+    const CodePage& page = CodePage::Ansi();
+    const unsigned plain = Normalize(page, code);
+    const unsigned first = plain < 256 ? plain : plain >> 8;
+    if (!page.IsDoubleByte() || plain == 0) return std::strchr(text, static_cast<int>(first));
+    const char* known = text;
+    for (const char* p = text; (p = std::strchr(p, static_cast<int>(first))) != nullptr; ++p) {
+        const bool boundary = IsBoundary(page, known, p);
+        if (boundary && UnsignedCodeAt(page, p) == plain) return p;
+        known = boundary ? p : p + 1;
+    }
+    return nullptr;
+}
+
+const char* ReverseFind(const char* text, unsigned code) noexcept {
+    const CodePage& page = CodePage::Ansi();
+    const unsigned plain = Normalize(page, code);
+    if (!page.IsDoubleByte() || plain == 0) return std::strrchr(text, static_cast<int>(plain));
+    const char* last = nullptr;
+    for (const char* p = text; (p = Find(p, plain)) != nullptr; p = Next(page, p))
+        last = p;
+    return last;
+}
+
+const char* FindText(const char* text, const char* what) noexcept {
+    return FindText(text, std::strlen(text), what, std::strlen(what));
+}
+
+const char* FindText(const char* text, std::size_t bytes, const char* what,
+                     std::size_t whatBytes) noexcept {
+    if (whatBytes == 0) return text;
+    return SearchExact({CodePage::Ansi(), what, what + whatBytes, false}, text, text + bytes);
+}
+
+const char* FindTextNoCase(const char* text, const char* what) noexcept {
+    return FindTextNoCase(text, std::strlen(text), what, std::strlen(what));
+}
+
+const char* FindTextNoCase(const char* text, std::size_t bytes, const char* what,
+                           std::size_t whatBytes) noexcept {
+    if (whatBytes == 0) return text;
+    return SearchFolded({CodePage::Ansi(), what, what + whatBytes, true}, text, text + bytes);
+}
+
+}  // namespace brcore8::mbs
