@@ -22,8 +22,11 @@
 #include <brcore8/strings/string.h>
 #include <brcore8/strings/string_buffer.h>
 #include <brcore8/strings/string_iterators.h>
+#include <brcore8/strings/string_table.h>
+#include <brcore8/strings/string_views.h>
 #include <brcore8/strings/tokenizer.h>
 #include <brcore8/strings/unicode.h>
 #include <brcore8/text/preprocessor.h>
+#include <brcore8/text/symbol_table.h>
 
 #endif

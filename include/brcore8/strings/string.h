@@ -48,6 +48,7 @@ static_assert(sizeof(SStringData) == 16);
 class BRCORE8_API SString {
 public:
     class const_iterator;
+    class item_iterator;
     class line_iterator;
     class word_iterator;
     class parts_iterator;

@@ -46,74 +46,67 @@ public:
     void RestoreState(unsigned int offset) noexcept;
 
 private:
+    friend class SString::item_iterator;
+
+    const char* End() const noexcept { return string_->text_ + string_->LengthByte(); }
+
     SString* string_;
     const char* position_;
 };
 
-// Walks the lines. A line ends before a CR or LF; stepping on skips one CR, if it stands there,
-// then one LF. A text that ends with a line end yields no further empty line.
-class BRCORE8_API SString::line_iterator {
+// What the three that follow share: an item of the text, from its start to its end. `++` goes to
+// the next item, `reset` back to the first.
+class BRCORE8_API SString::item_iterator {
 public:
-    explicit line_iterator(const SString& text) noexcept;
-
-    SString operator*() const;  // without its line end
-    line_iterator& operator++() noexcept;
-    line_iterator operator++(int) noexcept;
+    // The item as a string of its own.
+    SString operator*() const;
+    // Whether there is an item here: it does not start at the end of the text.
     operator bool() const noexcept;
-    bool operator==(const line_iterator& other) const noexcept;
-    bool operator!=(const line_iterator& other) const noexcept;
+    bool operator==(const item_iterator& other) const noexcept;
+    bool operator!=(const item_iterator& other) const noexcept;
     const char* GetPointer() const noexcept;
-    void reset() noexcept;
 
-private:
-    void FindEnd() noexcept;
+protected:
+    explicit item_iterator(const SString& text) noexcept : start_(text), end_(text) {}
+    template <class Cut>
+    void First(const Cut& cut) noexcept;
+    template <class Cut>
+    void Advance(const Cut& cut) noexcept;
 
     const_iterator start_;
     const_iterator end_;
+};
+
+// Walks the lines. A line ends before a CR or LF; stepping on skips one CR, if it stands there,
+// then one LF. A text that ends with a line end yields no further empty line.
+class BRCORE8_API SString::line_iterator : public item_iterator {
+public:
+    explicit line_iterator(const SString& text) noexcept;
+    line_iterator& operator++() noexcept;
+    line_iterator operator++(int) noexcept;
+    void reset() noexcept;
 };
 
 // Walks the words: maximal runs of characters that are no spaces. The first word starts at the
 // very beginning, so that leading spaces give a first empty word.
-class BRCORE8_API SString::word_iterator {
+class BRCORE8_API SString::word_iterator : public item_iterator {
 public:
     explicit word_iterator(const SString& text) noexcept;
-
-    SString operator*() const;
     word_iterator& operator++() noexcept;
     word_iterator operator++(int) noexcept;
-    operator bool() const noexcept;
-    bool operator==(const word_iterator& other) const noexcept;
-    bool operator!=(const word_iterator& other) const noexcept;
-    const char* GetPointer() const noexcept;
     void reset() noexcept;
-
-private:
-    void FindEnd() noexcept;
-
-    const_iterator start_;
-    const_iterator end_;
 };
 
 // Walks the parts between single separator characters: "a,,b" has three, the second one empty. A
 // separator at the very end yields no final empty part.
-class BRCORE8_API SString::parts_iterator {
+class BRCORE8_API SString::parts_iterator : public item_iterator {
 public:
     parts_iterator(const SString& text, unsigned int separator) noexcept;
-
-    SString operator*() const;
     parts_iterator& operator++() noexcept;
     parts_iterator operator++(int) noexcept;
-    operator bool() const noexcept;
-    bool operator==(const parts_iterator& other) const noexcept;
-    bool operator!=(const parts_iterator& other) const noexcept;
-    const char* GetPointer() const noexcept;
     void reset() noexcept;
 
 private:
-    void FindEnd() noexcept;
-
-    const_iterator start_;
-    const_iterator end_;
     std::uint32_t separator_;
 };
 
