@@ -5,16 +5,10 @@
 #define BRCORE8_PLATFORM_LIGHT_LOCK_H
 
 #include <brcore8/platform/export.h>
+#include <brcore8/platform/threads.h>
 
 #include <atomic>
 #include <cstdint>
-
-#if defined(__GLIBC__) && __has_include(<sys/single_threaded.h>)
-#include <sys/single_threaded.h>
-#define BRCORE8_SINGLE_THREADED() (__libc_single_threaded != 0)
-#else
-#define BRCORE8_SINGLE_THREADED() false
-#endif
 
 namespace brcore8 {
 
@@ -26,7 +20,7 @@ public:
 
     void Lock() noexcept {
         // The word says the truth in both cases, so a thread started meanwhile waits as it must.
-        if (BRCORE8_SINGLE_THREADED() && held_.load(std::memory_order_relaxed) == 0) {
+        if (IsSingleThreaded() && held_.load(std::memory_order_relaxed) == 0) {
             held_.store(1, std::memory_order_relaxed);
         } else if (held_.exchange(1, std::memory_order_acquire) != 0) {
             Wait();

@@ -23,6 +23,7 @@
 #define BRCORE8_STRINGS_STRING_H
 
 #include <brcore8/platform/export.h>
+#include <brcore8/platform/threads.h>
 #include <brcore8/platform/types.h>
 
 #include <atomic>
@@ -35,6 +36,9 @@
 #include <utility>
 
 class SStringBuffer;
+namespace brcore8 {
+class CodePage;
+}
 
 // What stands in front of the text. The text follows at once, then its zero byte.
 struct SStringData {
@@ -74,7 +78,10 @@ public:
     // the terminator or after `count` units, whichever comes first.
     SString(const unsigned short* text);
     SString(const unsigned short* text, int count);
-    SString(const SString& other);
+    // Shares the buffer, or copies the text when the other is locked.
+    SString(const SString& other) : text_(other.text_) {
+        if (text_ != EmptyText() && !AddReference()) CopyLocked();
+    }
     // Takes the buffer over (a locked one stays locked) and leaves the other empty.
     SString(SString&& other) noexcept : text_(std::exchange(other.text_, EmptyText())) {}
     // A right-sized copy of its own, never a share of the growing buffer.
@@ -92,7 +99,7 @@ public:
     // The string resource `id` of a module; see LoadString.
     SString(HINSTANCE module, unsigned int id);
     ~SString() {
-        if (text_ != EmptyText()) Drop();
+        if (text_ != EmptyText()) Drop(text_);
     }
 
     void Init(const char* text) { *this = text; }
@@ -215,10 +222,10 @@ public:
     const char* Find(unsigned int character) const noexcept;
     const char* Find(unsigned int character, const char* from) const noexcept;
     const char* ReverseFind(unsigned int character) const noexcept;
-    const char* Find(const char* what) const noexcept;
-    const char* Find(const char* what, const char* from) const noexcept;
-    const char* FindNoCase(const char* what) const noexcept;
-    const char* FindNoCase(const char* what, const char* from) const noexcept;
+    const char* Find(const char* what) const;
+    const char* Find(const char* what, const char* from) const;
+    const char* FindNoCase(const char* what) const;
+    const char* FindNoCase(const char* what, const char* from) const;
     // The character index of the first match at or after `start`, or -1. The start position is
     // compared as a whole character; after it every character by its first byte alone,
     // sign-extended, so that a double-byte character is found at the start position only.
@@ -240,6 +247,7 @@ public:
     SString& operator+=(std::string_view text);
     SString& operator+=(char character);
     SString& operator+=(unsigned int character);
+    SString& operator+=(int character) { return *this += static_cast<unsigned int>(character); }
 
     // `index` beyond the end appends, below 0 inserts in front; null inserts nothing.
     void Insert(const char* text, int index);
@@ -324,15 +332,24 @@ public:
     int AssertValid() const noexcept;
 
 protected:
-    // A fresh exclusive buffer of `bytes` bytes, content to be copied in by the caller; the old
-    // one is not given back. bytes <= 0 points at the empty buffer.
-    void AllocBuffer(std::int64_t bytes);
+    // Buffer handling for this class and SStringBuffer. Those that throw leave the string as it
+    // was; sources may lie in the string's own text.
+
+    // A fresh exclusive buffer of `bytes` bytes, its content to be copied in by the caller;
+    // bytes <= 0 gives the empty buffer. AllocBuffer does not give the old buffer back.
+    static char* NewText(std::int64_t bytes);
+    void AllocBuffer(std::int64_t bytes) { text_ = NewText(bytes); }
+    // A buffer of one's own with room for `bytes` bytes, whose old content is given up; with
+    // exactly the old content.
     void AllocBeforeWrite(std::int64_t bytes);
     void CopyBeforeWrite();
     void AssignCopy(std::int64_t bytes, const char* text);
     void ConcatInPlace(std::int64_t bytes, const char* text);
     void Release() noexcept;
-    void SetLength(std::int32_t bytes) noexcept;  // terminator and both lengths
+    // Writes the terminator and both lengths; at most the capacity, nothing on the empty buffer.
+    void SetLength(std::int32_t bytes) noexcept;
+    // Takes a buffer from NewText in place of the present one and keeps the locked state.
+    void Adopt(char* text) noexcept;
     static void FreeData(SStringData* data) noexcept;
     static SString Join(std::string_view left, std::string_view right);
 
@@ -340,8 +357,12 @@ protected:
     bool IsLocked() const noexcept {
         return text_ != EmptyText() && References().load(std::memory_order_relaxed) < 0;
     }
-    std::atomic_ref<std::int32_t> References() const noexcept {
-        return std::atomic_ref<std::int32_t>(GetData()->references);
+    std::atomic_ref<std::int32_t> References() const noexcept { return References(text_); }
+    static std::atomic_ref<std::int32_t> References(char* text) noexcept {
+        return std::atomic_ref<std::int32_t>(DataOf(text)->references);
+    }
+    static SStringData* DataOf(char* text) noexcept {
+        return reinterpret_cast<SStringData*>(text) - 1;
     }
 
     char* text_;
@@ -357,10 +378,41 @@ private:
         char terminator[4];
     };
     static EmptyBuffer empty_;
-    static char* EmptyText() noexcept { return empty_.terminator; }
+    static char* EmptyText() noexcept { return reinterpret_cast<char*>(&empty_.data + 1); }
 
-    void Drop() noexcept;  // one handle fewer on a buffer that is not the empty one
+    // One handle more on this buffer, unless it is locked or its count is nearly full.
+    bool AddReference() const noexcept {
+        const auto references = References();
+        const std::int32_t count = references.load(std::memory_order_relaxed);
+        if (static_cast<std::uint32_t>(count) >= 0x7FFF0000u) return false;
+        if (brcore8::IsSingleThreaded())
+            references.store(count + 1, std::memory_order_relaxed);
+        else
+            references.fetch_add(1, std::memory_order_relaxed);
+        return true;
+    }
+    // One handle fewer on a buffer that is not the empty one.
+    static void Drop(char* text) noexcept {
+        const auto references = References(text);
+        const std::int32_t count = references.load(std::memory_order_acquire);
+        if (count > 1 && brcore8::IsSingleThreaded())
+            references.store(count - 1, std::memory_order_relaxed);
+        else if (count <= 1 || references.fetch_sub(1, std::memory_order_acq_rel) <= 1)
+            FreeData(DataOf(text));
+    }
+    void CopyLocked();
     const char* From(int start) const noexcept;
+    bool Owns(const char* text) const noexcept;
+    char* LockBytes(std::int64_t capacity);
+    const char* End() const noexcept { return text_ + LengthByte(); }
+    int ByteOffset(int index) const noexcept;
+    void Splice(std::int64_t offset, std::int64_t removed, std::string_view inserted);
+    void Keep(const char* begin, const char* end);
+    void Recode(const brcore8::CodePage& from, const brcore8::CodePage& to);
+    void AssignWide(const unsigned short* text, std::size_t units);
+    int ReplaceFirst(const char* from, const char* to, bool noCase);
+    int ReplaceEvery(const char* from, const char* to, bool noCase);
+    int ReplaceCharacters(unsigned int from, unsigned int to, bool noCase, bool all);
 };
 static_assert(sizeof(SString) == sizeof(void*));
 
@@ -391,13 +443,14 @@ BRCORE8_API bool operator>=(const SString& left, const SString& right) noexcept;
 BRCORE8_API bool operator>=(const SString& left, const char* right) noexcept;
 BRCORE8_API bool operator>=(const char* left, const SString& right) noexcept;
 
-// The bytes of the text, zero bytes included.
+// The bytes of the text, zero bytes included; width and fill apply as to a std::string_view.
 BRCORE8_API std::ostream& operator<<(std::ostream& stream, const SString& text);
 
+// Of the text up to its first zero byte, so that what compares equal hashes alike.
 template <>
 struct std::hash<SString> {
     std::size_t operator()(const SString& text) const noexcept {
-        return std::hash<std::string_view>()(text.View());
+        return std::hash<std::string_view>()(std::string_view(static_cast<const char*>(text)));
     }
 };
 

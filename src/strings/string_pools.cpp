@@ -1,0 +1,80 @@
+#include "strings/string_pools.h"
+
+#include <brcore8/core/exception.h>
+#include <brcore8/core/fixed_alloc.h>
+#include <brcore8/core/throw.h>
+
+#include <algorithm>
+#include <bit>
+
+#include "core/never_destroyed.h"
+
+namespace brcore8::string_pools {
+namespace {
+
+constexpr std::int32_t kSmallest = 16;
+constexpr std::int32_t kLargestPooled = 2048;
+// Header, terminator and three bytes that round the element to a word.
+constexpr std::uint32_t kOverhead = sizeof(SStringData) + 4;
+
+constexpr std::int32_t Capacity(int index) {
+    return kSmallest << index;
+}
+constexpr int Index(std::int32_t bytes) {
+    return std::bit_width(static_cast<std::uint32_t>(std::max(bytes, kSmallest)) - 1) - 4;
+}
+static_assert(Index(1) == 0 && Index(16) == 0 && Index(17) == 1 && Index(32) == 1);
+static_assert(Index(1025) == 7 && Index(2048) == 7 && Capacity(7) == kLargestPooled);
+static_assert(Capacity(0) + kOverhead == 36 && Capacity(7) + kOverhead == 2068);
+
+// Strings outlive every static object, so the pools are never destroyed.
+constinit NeverDestroyed<SFixedAlloc> pools[] = {
+    {36u, 128u, "SString 16", nullptr},    {52u, 128u, "SString 32", nullptr},
+    {84u, 64u, "SString 64", nullptr},     {148u, 64u, "SString 128", nullptr},
+    {276u, 64u, "SString 256", nullptr},   {532u, 32u, "SString 512", nullptr},
+    {1044u, 16u, "SString 1024", nullptr}, {2068u, 4u, "SString 2048", nullptr},
+};
+
+struct Unload {
+    ~Unload() { FreeUnused(); }
+} unload;
+
+SStringData* TakeOnce(std::int64_t bytes) {
+    if (bytes <= kLargestPooled) {
+        const int index = Index(static_cast<std::int32_t>(bytes));
+        auto* data = static_cast<SStringData*>(pools[index].object.Alloc());
+        data->capacity = Capacity(index);
+        return data;
+    }
+    const std::int64_t capacity =
+        std::min<std::int64_t>((bytes + 511) & ~std::int64_t{511}, SString::MaxBytes);
+    auto* data = static_cast<SStringData*>(
+        Allocate(static_cast<std::size_t>(capacity) + sizeof(SStringData) + 1));
+    data->capacity = static_cast<std::int32_t>(capacity);
+    return data;
+}
+
+}  // namespace
+
+SStringData* Take(std::int64_t bytes) {
+    if (bytes > SString::MaxBytes) ThrowOutOfMemory();
+    try {
+        return TakeOnce(bytes);
+    } catch (const SEOutOfMemory&) {
+        FreeUnused();
+    }
+    return TakeOnce(bytes);
+}
+
+void Give(SStringData* data) noexcept {
+    if (data->capacity > kLargestPooled)
+        brcore8::Release(data);
+    else
+        pools[Index(data->capacity)].object.Free(data);
+}
+
+void FreeUnused() noexcept {
+    for (auto& pool : pools) pool.object.FreeUnused();
+}
+
+}  // namespace brcore8::string_pools

@@ -1,0 +1,22 @@
+// Where string buffers come from: eight pools for texts of up to 2048 bytes, the heap beyond. The
+// pools are there before the first static initialiser and after the last destructor; their unused
+// blocks go back to the heap when the library is unloaded.
+#ifndef BRCORE8_STRINGS_STRING_POOLS_H
+#define BRCORE8_STRINGS_STRING_POOLS_H
+
+#include <brcore8/strings/string.h>
+
+#include <cstdint>
+
+namespace brcore8::string_pools {
+
+// A buffer with room for `bytes` bytes (at least 1) and a terminator; only its capacity is set.
+// When memory is short, gives unused blocks back and tries once more; throws SEOutOfMemory, also
+// above SString::MaxBytes.
+SStringData* Take(std::int64_t bytes);
+void Give(SStringData* data) noexcept;
+void FreeUnused() noexcept;
+
+}  // namespace brcore8::string_pools
+
+#endif

@@ -1,0 +1,125 @@
+#include <brcore8/strings/string.h>
+
+#include <brcore8/core/throw.h>
+
+#include <new>
+
+#include "strings/mbs.h"
+
+using brcore8::CodePage;
+namespace mbs = brcore8::mbs;
+
+// --- Pointers ----------------------------------------------------------------------------------
+
+const char* SString::Find(unsigned int character) const noexcept {
+    return mbs::Find(text_, character);
+}
+
+const char* SString::Find(unsigned int character, const char* from) const noexcept {
+    return mbs::Find(from, character);
+}
+
+const char* SString::ReverseFind(unsigned int character) const noexcept {
+    return mbs::ReverseFind(text_, character);
+}
+
+const char* SString::Find(const char* what) const {
+    return Find(what, text_);
+}
+
+const char* SString::Find(const char* what, const char* from) const try {
+    return mbs::FindText(from, what ? what : "");
+} catch (const std::bad_alloc&) {
+    brcore8::ThrowOutOfMemory();
+}
+
+const char* SString::FindNoCase(const char* what) const {
+    return FindNoCase(what, text_);
+}
+
+const char* SString::FindNoCase(const char* what, const char* from) const try {
+    return mbs::FindTextNoCase(from, what ? what : "");
+} catch (const std::bad_alloc&) {
+    brcore8::ThrowOutOfMemory();
+}
+
+// --- Indices -----------------------------------------------------------------------------------
+
+int SString::FindPos(unsigned int character, int start) const noexcept {
+    if (start < 0 || start >= Length()) return -1;
+    const CodePage& page = CodePage::Ansi();
+    const char* end = End();
+    const char* p = text_ + ByteOffset(start);
+    if (mbs::UnsignedCodeAt(page, p) == mbs::Normalize(page, character))
+        return p < end ? start : -1;
+    // Past the start the first byte alone counts, taken as signed.
+    const int code = static_cast<int>(character);
+    for (int i = start + 1;; ++i) {
+        if (*p == 0) return -1;
+        p = mbs::Next(page, p);
+        if (p >= end || *p == 0) return -1;
+        if (static_cast<signed char>(*p) == code) return i;
+    }
+}
+
+int SString::ReverseFindPos(unsigned int character, int last) const noexcept {
+    if (last == -1) last = Length() - 1;
+    if (last < 0 || last >= Length()) return -1;
+    const CodePage& page = CodePage::Ansi();
+    const unsigned int code = mbs::Normalize(page, character);
+    int found = -1;
+    const char* p = text_;
+    for (int i = 0; i <= last && *p; ++i, p = mbs::Next(page, p))
+        if (mbs::UnsignedCodeAt(page, p) == code) found = i;
+    return found;
+}
+
+// --- Match -------------------------------------------------------------------------------------
+
+namespace {
+
+// Walks pattern and text together. After a failure only the last "*" need be tried again: an
+// earlier one could not reach any text that the last one cannot.
+int MatchPattern(const char* text, const char* pattern, bool noCase) {
+    const CodePage& page = CodePage::Ansi();
+    const char* starPattern = nullptr;
+    const char* starText = nullptr;
+    for (;;) {
+        if (*pattern == '*') {
+            while (*pattern == '*')
+                ++pattern;
+            if (*pattern == 0) return 1;
+            starPattern = pattern;
+            starText = text;
+            continue;
+        }
+        const char* taken = *pattern == '\\' ? pattern + 1 : pattern;
+        const unsigned wanted = mbs::UnsignedCodeAt(page, taken);
+        const unsigned code = mbs::UnsignedCodeAt(page, text);
+        const bool equal =
+            *pattern == '?'
+                ? code != 0
+                : wanted == code || (noCase && page.ToLower(wanted) == page.ToLower(code));
+        if (equal && code == 0) return 1;
+        // At the text's end a later start only leaves less text for the same pattern.
+        if (code == 0 || (!equal && !starPattern)) return 0;
+        if (equal && *taken) {
+            pattern = mbs::Next(page, taken);
+            text = mbs::Next(page, text);
+        } else {
+            starText = mbs::Next(page, starText);
+            text = starText;
+            pattern = starPattern;
+        }
+    }
+}
+
+}  // namespace
+
+int SString::Match(const char* pattern) const noexcept {
+    return MatchPattern(text_, pattern ? pattern : "", false);
+}
+
+int SString::MatchNoCase(const char* pattern) const noexcept {
+    return MatchPattern(text_, pattern ? pattern : "", true);
+}
