@@ -40,9 +40,11 @@ public:
     // Reallocates to exactly `capacity` slots, be that more or less than now. 0 does nothing, nor
     // does less than the count. Throws SEOutOfMemory when negative or too large.
     void GrowTo(int capacity);
-    // Destroys the element and closes the gap.
+    // Destroys the element and closes the gap. Should a copy throw on the way (no type that moves
+    // without throwing does), the elements that cannot follow are destroyed too.
     void Remove(int index);
-    // Moves one element, shifting those between by one place.
+    // Moves one element, shifting those between by one place. Should a copy throw on the way, in
+    // these three, all elements are still there, in some order.
     void MoveTo(int from, int to);
     void Swap(int i, int j);
     void Reverse();

@@ -150,10 +150,9 @@ public:
     int AssertValid() const;
 
 private:
-    static int CanInsert(const STree& tree, const STreeItem* parent, const STreeItem* item);
     STreeItem* Adopt(STreeItem* parent, STreeItem* item);
-    static STreeItem* Release(SDListItem* item);
     static STreeItem* Unparent(STreeItem* item);
+    static STreeItem* NextBelow(const STreeItem* top, const STreeItem* item);
     static void DeleteDescendants(STreeItem* item);
     static void DeleteWhole(STreeItem* item);
     friend class STreeIterator;
