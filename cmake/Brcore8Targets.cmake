@@ -18,6 +18,7 @@ if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
 endif()
 
 find_package(Threads REQUIRED)
+include(Brcore8Resources)
 
 function(brcore8_warnings target)
     target_compile_options(${target} PRIVATE

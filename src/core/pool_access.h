@@ -35,11 +35,11 @@ struct PoolAccess {
     }
 
 private:
-    friend class ::SFixedAlloc;
-
     // Entered with the lock held; left without it.
     static void* AllocFromNewChunk(SFixedAlloc& pool);
-    static bool AddChunk(SFixedAlloc& pool) noexcept;
+    static void* NewChunk(const SFixedAlloc& pool) noexcept;
+    // Under the lock: the chunk's first block becomes the head of the free list.
+    static void AddChunk(SFixedAlloc& pool, void* chunk) noexcept;
 };
 
 }  // namespace brcore8

@@ -82,7 +82,8 @@ public:
 private:
     friend struct brcore8::IdlePass;
 
-    brcore8::IdleConsumers* EnsureConsumers();
+    brcore8::IdleConsumers& EnsureConsumers();
+    void MoveToBack(SIdleConsumer* consumer) noexcept;
 
     int turns_ = -1;                               // left in this round
     brcore8::IdleConsumers* consumers_ = nullptr;  // made by the first registration

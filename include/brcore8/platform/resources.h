@@ -32,6 +32,8 @@ static inline HINSTANCE SThisModule() {
 
 namespace brcore8 {
 
+struct StringResourcesAccess;
+
 // One string of a list.
 struct StringResource {
     unsigned id;
@@ -47,10 +49,13 @@ public:
     StringResources(const StringResources&) = delete;
     StringResources& operator=(const StringResources&) = delete;
 
-    HINSTANCE module;
-    const StringResource* strings;
-    std::size_t count;
-    StringResources* next;  // the registration before this one
+private:
+    friend struct StringResourcesAccess;
+
+    HINSTANCE module_;
+    const StringResource* strings_;
+    std::size_t count_;
+    StringResources* next_ = nullptr;  // the registration before this one
 };
 
 }  // namespace brcore8

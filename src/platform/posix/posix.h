@@ -5,4 +5,8 @@
 
 #include <brcore8/platform/types.h>
 
+#include "platform/posix/message_box.h"
+#include "platform/posix/messages.h"
+#include "platform/posix/resources.h"
+
 #endif

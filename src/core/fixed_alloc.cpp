@@ -1,0 +1,252 @@
+#include <brcore8/core/fixed_alloc.h>
+#include <brcore8/core/throw.h>
+
+#include "core/memory.h"
+#include "core/never_destroyed.h"
+#include "core/pool_access.h"
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <limits>
+#include <memory>
+#include <new>
+
+// A chunk is the link to the next older chunk and the blocks. A free block begins with the link to
+// the next free block; all of it is poisoned while it is free.
+
+namespace {
+
+constexpr std::uint64_t kLargestChunk = std::numeric_limits<std::int32_t>::max();
+
+void*& Link(void* node) noexcept {
+    return *static_cast<void**>(node);
+}
+
+std::size_t BlockBytes(std::uint32_t blockSize, std::uint32_t blocksPerChunk) noexcept {
+    return static_cast<std::size_t>(blockSize) * blocksPerChunk;
+}
+
+char* FirstBlock(void* chunk) noexcept {
+    return static_cast<char*>(chunk) + sizeof(void*);
+}
+
+void* MergeByAddress(void* left, void* right) noexcept {
+    void* merged = nullptr;
+    void** end = &merged;
+    while (left != nullptr && right != nullptr) {
+        void*& smaller = std::less<void*>()(left, right) ? left : right;
+        *end = smaller;
+        end = &Link(smaller);
+        smaller = *end;
+    }
+    *end = left != nullptr ? left : right;
+    return merged;
+}
+
+// Merge sort that takes one node after the other: bin i holds a sorted run of 2^i nodes.
+void* SortByAddress(void* list) noexcept {
+    void* bins[std::numeric_limits<std::size_t>::digits] = {};
+    while (list != nullptr) {
+        void* run = list;
+        list = Link(list);
+        Link(run) = nullptr;
+        std::size_t i = 0;
+        for (; bins[i] != nullptr; ++i) {
+            run = MergeByAddress(bins[i], run);
+            bins[i] = nullptr;
+        }
+        bins[i] = run;
+    }
+    void* sorted = nullptr;
+    for (void* run : bins)
+        sorted = MergeByAddress(run, sorted);
+    return sorted;
+}
+
+long ReleaseChunks(void* chunks, std::size_t blockBytes) noexcept {
+    long released = 0;
+    while (chunks != nullptr) {
+        void* const next = Link(chunks);
+        brcore8::UnpoisonMemory(FirstBlock(chunks), blockBytes);
+        ::operator delete(chunks);
+        chunks = next;
+        ++released;
+    }
+    return released;
+}
+
+// Splits the chunks, sorted by address as the free blocks are, into those to keep and those whose
+// blocks are all free, and takes the blocks of the latter off the free list.
+struct Reclamation {
+    void* kept = nullptr;
+    void* unused = nullptr;
+    void* free = nullptr;
+
+    Reclamation(void* chunks, void* blocks, std::size_t blockBytes,
+                std::uint32_t blocksPerChunk) noexcept {
+        void** keptEnd = &kept;
+        void** freeEnd = &free;
+        while (chunks != nullptr) {
+            void* const chunk = chunks;
+            chunks = Link(chunk);
+            const char* const end = FirstBlock(chunk) + blockBytes;
+            void** blocksEnd = freeEnd;
+            std::uint32_t count = 0;
+            *freeEnd = blocks;
+            while (*blocksEnd != nullptr && std::less<const void*>()(*blocksEnd, end)) {
+                blocksEnd = &Link(*blocksEnd);
+                ++count;
+            }
+            blocks = *blocksEnd;
+            if (count == blocksPerChunk) {
+                Link(chunk) = unused;
+                unused = chunk;
+            } else {
+                *keptEnd = chunk;
+                keptEnd = &Link(chunk);
+                freeEnd = blocksEnd;
+            }
+        }
+        *keptEnd = nullptr;
+        *freeEnd = blocks;
+    }
+};
+
+constinit brcore8::NeverDestroyed<SIdleConsumerList> g_idleQueue;
+
+// Empties the queue at the end of the process; a fresh one stays for pools that come later.
+struct IdleQueueEnd {
+    ~IdleQueueEnd() {
+        std::destroy_at(&g_idleQueue.object);
+        std::construct_at(&g_idleQueue.object);
+    }
+};
+const IdleQueueEnd g_idleQueueEnd;
+
+}  // namespace
+
+namespace brcore8 {
+
+void* PoolAccess::AllocFromNewChunk(SFixedAlloc& pool) {
+    // The heap is asked without the lock: it may be slow, and a replaced one may use this pool.
+    pool.lock_.Unlock();
+    void* const chunk = NewChunk(pool);
+    const LightLockGuard guard(pool.lock_);
+    if (chunk != nullptr) AddChunk(pool, chunk);
+    void* const block = pool.free_;
+    if (block == nullptr) ThrowOutOfMemory();
+    UnpoisonMemory(block, pool.blockSize_);
+    pool.free_ = Link(block);
+    return block;
+}
+
+void* PoolAccess::NewChunk(const SFixedAlloc& pool) noexcept {
+    const std::uint64_t size = SFixedAlloc::ChunkSize(pool.blockSize_, pool.blocksPerChunk_);
+    if (size > kLargestChunk || !MayAllocate(static_cast<std::size_t>(size))) return nullptr;
+    return ::operator new(static_cast<std::size_t>(size), std::nothrow);
+}
+
+void PoolAccess::AddChunk(SFixedAlloc& pool, void* chunk) noexcept {
+    Link(chunk) = pool.chunks_;
+    pool.chunks_ = chunk;
+    char* const first = FirstBlock(chunk);
+    const std::size_t bytes = BlockBytes(pool.blockSize_, pool.blocksPerChunk_);
+    for (std::size_t offset = bytes; offset != 0;) {
+        offset -= pool.blockSize_;
+        Link(first + offset) = pool.free_;
+        pool.free_ = first + offset;
+    }
+    PoisonMemory(first, bytes);
+}
+
+}  // namespace brcore8
+
+SFixedAlloc::~SFixedAlloc() {
+    FreeAll();
+}
+
+int SFixedAlloc::OnIdle(int force) {
+    bool worthWhile = false;
+    {
+        const brcore8::LightLockGuard guard(lock_);
+        worthWhile = force != 0 ? freed_ != 0 : threshold_ != 0 && freed_ >= threshold_;
+    }
+    if (worthWhile) FreeUnused();
+    return 0;
+}
+
+void* SFixedAlloc::Alloc() {
+    return brcore8::PoolAccess::Alloc(*this);
+}
+
+void SFixedAlloc::Free(void* block) noexcept {
+    if (block != nullptr) brcore8::PoolAccess::Free(*this, block);
+}
+
+long SFixedAlloc::FreeAll() noexcept {
+    void* chunks = nullptr;
+    {
+        const brcore8::LightLockGuard guard(lock_);
+        chunks = chunks_;
+        chunks_ = nullptr;
+        free_ = nullptr;
+        freed_ = 0;
+        threshold_ = 0;
+    }
+    return ReleaseChunks(chunks, BlockBytes(blockSize_, blocksPerChunk_));
+}
+
+long SFixedAlloc::FreeUnused() noexcept {
+    const std::size_t bytes = BlockBytes(blockSize_, blocksPerChunk_);
+    void* unused = nullptr;
+    {
+        const brcore8::LightLockGuard guard(lock_);
+        if (chunks_ == nullptr || freed_ == 0) {
+            freed_ = 0;
+            threshold_ = 0;
+            return 0;
+        }
+        freed_ = 0;
+        threshold_ = static_cast<int>(
+            std::min<std::uint32_t>(blocksPerChunk_, std::numeric_limits<std::int32_t>::max()));
+        for (void* chunk = chunks_; chunk != nullptr; chunk = Link(chunk))
+            brcore8::UnpoisonMemory(FirstBlock(chunk), bytes);
+        const Reclamation result(SortByAddress(chunks_), SortByAddress(free_), bytes,
+                                 blocksPerChunk_);
+        chunks_ = result.kept;
+        free_ = result.free;
+        unused = result.unused;
+        for (void *block = free_, *next = nullptr; block != nullptr; block = next) {
+            next = Link(block);
+            brcore8::PoisonMemory(block, blockSize_);
+        }
+    }
+    return ReleaseChunks(unused, bytes);
+}
+
+SFixedAllocStats SFixedAlloc::GetStats() const noexcept {
+    const brcore8::LightLockGuard guard(lock_);
+    SFixedAllocStats stats{};
+    for (void* chunk = chunks_; chunk != nullptr; chunk = Link(chunk))
+        ++stats.chunks;
+    for (void *block = free_, *next = nullptr; block != nullptr; block = next) {
+        brcore8::UnpoisonMemory(block, sizeof(void*));
+        next = Link(block);
+        brcore8::PoisonMemory(block, sizeof(void*));
+        ++stats.free;
+    }
+    stats.live = stats.chunks * blocksPerChunk_ - stats.free;
+    return stats;
+}
+
+SObjectFixedAllocatorBase::SObjectFixedAllocatorBase(std::uint32_t blockSize,
+                                                     std::uint32_t blocksPerChunk, const char* name,
+                                                     SIdleConsumerList* list)
+    : SFixedAlloc(blockSize, blocksPerChunk, name, list != nullptr ? list : IdleQueue()) {}
+
+SObjectFixedAllocatorBase::~SObjectFixedAllocatorBase() = default;
+
+SIdleConsumerList* SObjectFixedAllocatorBase::IdleQueue() noexcept {
+    return &g_idleQueue.object;
+}

@@ -1,0 +1,14 @@
+// What checked memory shares with the pools.
+#ifndef BRCORE8_SRC_CORE_MEMORY_H
+#define BRCORE8_SRC_CORE_MEMORY_H
+
+#include <cstddef>
+
+namespace brcore8 {
+
+// Whether the installed filter, if any, lets an allocation of `size` bytes pass.
+bool MayAllocate(std::size_t size);
+
+}  // namespace brcore8
+
+#endif
