@@ -26,7 +26,10 @@ std::int64_t Scale(std::int64_t value, std::int32_t numerator, std::int32_t deno
 }  // namespace
 
 SStringBuffer::SStringBuffer(const SStringBuffer& other)
-    : initial_(other.initial_), numerator_(other.numerator_), denominator_(other.denominator_) {
+    : SString(),
+      initial_(other.initial_),
+      numerator_(other.numerator_),
+      denominator_(other.denominator_) {
     if (other.IsEmpty()) return;
     AllocBuffer(other.LengthByte());
     std::memcpy(text_, other.text_, static_cast<std::size_t>(other.LengthByte()) + 1);
@@ -83,12 +86,9 @@ void SStringBuffer::Clear() noexcept {
 }
 
 int SStringBuffer::Length() const noexcept {
-    SStringData* const data = GetData();
-    if (data->characters == 0 && data->bytes != 0) {
-        data->characters =
-            mbs::Count(CodePage::Ansi(), text_, static_cast<std::size_t>(data->bytes));
-    }
-    return data->characters;
+    const SStringData* const data = GetData();
+    if (data->characters != 0 || data->bytes == 0) return data->characters;
+    return mbs::Count(CodePage::Ansi(), text_, static_cast<std::size_t>(data->bytes));
 }
 
 SStringBuffer& SStringBuffer::Assign(std::string_view text) {
@@ -116,12 +116,10 @@ SStringBuffer& SStringBuffer::Append(std::string_view text) {
     const std::int64_t bytes = old + static_cast<std::int64_t>(text.size());
     if (GetData()->capacity == 0 || IsShared() || bytes > GetData()->capacity) {
         const std::int64_t from = GetData()->capacity ? GetData()->capacity : initial_;
-        SString grown;
-        grown.AllocBuffer(Grown(from, bytes));
-        std::memcpy(grown.text_, text_, static_cast<std::size_t>(old));
-        std::memcpy(grown.text_ + old, text.data(), text.size());
-        // Swapped before the old buffer goes: the text may lie in it.
-        std::swap(text_, grown.text_);
+        char* const grown = NewText(Grown(from, bytes));
+        std::memcpy(grown, text_, static_cast<std::size_t>(old));
+        std::memcpy(grown + old, text.data(), text.size());
+        Adopt(grown);
     } else {
         std::memcpy(text_ + old, text.data(), text.size());
     }
