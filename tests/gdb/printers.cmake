@@ -6,6 +6,10 @@ set(rows
     [[zero = "a\000b"]]
     [[bytes = "\377\001"]]
     [[shared = "Hello"]]
+    [[table = 2 of 2 = {"Hello", "two"}]]
+    [[list = 2 elements = {7, 8}]]
+    [[map = 2 elements = {["one"] = 1, ["two"] = 2}]]
+    [[nothing = 0 elements]]
     [[null = <no text: null>]]
     [[garbage = <no text: unreadable>]])
 set(commands "")
