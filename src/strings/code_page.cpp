@@ -1,8 +1,11 @@
 #include "strings/code_page.h"
 
+#include <brcore8/core/throw.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include "platform/code_pages.h"
@@ -103,7 +106,7 @@ CodePage::~CodePage() {
         delete pairs;
 }
 
-const CodePage* CodePage::Find(unsigned number) {
+const CodePage* CodePage::Find(unsigned number) try {
     const auto findIn = [number](const CodePage* page) {
         while (page && page->number_ != number)
             page = page->next_;
@@ -126,6 +129,8 @@ const CodePage* CodePage::Find(unsigned number) {
     } while (!g_pages.compare_exchange_weak(head, page.get(), std::memory_order_release,
                                             std::memory_order_acquire));
     return page.release();
+} catch (const std::bad_alloc&) {
+    ThrowOutOfMemory();
 }
 
 const CodePage& CodePage::LoadDefault(std::atomic<const CodePage*>& slot, bool oem) noexcept {

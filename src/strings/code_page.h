@@ -29,7 +29,7 @@ public:
     static void SetAnsi(const CodePage& page) noexcept { ansi_.store(&page); }
     static void SetOem(const CodePage& page) noexcept { oem_.store(&page); }
 
-    // Null when the platform has no such page; throws std::bad_alloc.
+    // Null when the platform has no such page; throws SEOutOfMemory.
     static const CodePage* Find(unsigned number);
 
     unsigned Number() const noexcept { return number_; }

@@ -110,7 +110,7 @@ int CompareBytes(const char* left, const char* right, std::size_t n) noexcept;
 int CompareNoCaseBytes(const char* left, const char* right, std::size_t n) noexcept;
 
 // In the order of the user's locale; the order of Compare where that is the C locale. Long texts
-// need memory: throws std::bad_alloc.
+// need memory: throws SEOutOfMemory.
 int Collate(const char* left, const char* right);
 int CollateNoCase(const char* left, const char* right);
 int CollateBytes(const char* left, const char* right, std::size_t n);

@@ -1,5 +1,8 @@
+#include <brcore8/core/throw.h>
+
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <span>
 #include <vector>
 
@@ -43,10 +46,12 @@ std::size_t Length(const char* text, std::size_t limit) noexcept {
     return end ? static_cast<std::size_t>(static_cast<const char*>(end) - text) : limit;
 }
 
-int Order(const char* left, const char* right, std::size_t n, bool fold) {
+int Order(const char* left, const char* right, std::size_t n, bool fold) try {
     const CodePage& page = CodePage::Ansi();
     return CollateUnits(Units(page, left, Length(left, n), fold),
                         Units(page, right, Length(right, n), fold), fold);
+} catch (const std::bad_alloc&) {
+    ThrowOutOfMemory();
 }
 
 }  // namespace

@@ -1,10 +1,13 @@
 #include <brcore8/strings/multibyte.h>
 
+#include <brcore8/core/exception.h>
+#include <brcore8/core/throw.h>
+
 #include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <cstring>
-#include <new>
+#include <exception>
 
 #include "platform/code_pages.h"
 #include "strings/mbs.h"
@@ -39,7 +42,7 @@ unsigned ResolvePage(int page) noexcept {
 const CodePage* FindPage(unsigned number) noexcept {
     try {
         return number == 0 ? nullptr : CodePage::Find(number);
-    } catch (const std::bad_alloc&) {
+    } catch (const SEOutOfMemory&) {
         return nullptr;
     }
 }
@@ -207,7 +210,8 @@ char* SUTF82THelper(char* out, const char* utf8, int outSize) {
 
 // --- conversion that reports what it could not keep -------------------------------------------
 
-std::string STextFromUtf16(std::u16string_view wide, SConversionLoss* loss, SCodePageKind kind) {
+std::string STextFromUtf16(std::u16string_view wide, SConversionLoss* loss,
+                           SCodePageKind kind) try {
     const CodePage& page = PageOf(kind);
     const auto* units = reinterpret_cast<const std::uint16_t*>(wide.data());
     std::string text(2 * wide.size(), '\0');
@@ -216,11 +220,15 @@ std::string STextFromUtf16(std::u16string_view wide, SConversionLoss* loss, SCod
         page.FromWide(units, wide.size(), text.data(), text.size(), loss ? &lost : nullptr));
     if (loss) *loss = {lost.count, lost.first};
     return text;
+} catch (const std::exception&) {
+    brcore8::ThrowOutOfMemory();
 }
 
-std::u16string SUtf16FromText(std::string_view text, SCodePageKind kind) {
+std::u16string SUtf16FromText(std::string_view text, SCodePageKind kind) try {
     std::u16string wide(text.size(), u'\0');
     auto* units = reinterpret_cast<std::uint16_t*>(wide.data());
     wide.resize(PageOf(kind).ToWide(text.data(), text.size(), units, wide.size()));
     return wide;
+} catch (const std::exception&) {
+    brcore8::ThrowOutOfMemory();
 }

@@ -1,5 +1,9 @@
 #include <brcore8/strings/unicode.h>
 
+#include <brcore8/core/throw.h>
+
+#include <exception>
+
 #include "strings/utf8.h"
 
 namespace brcore8::utf8 {
@@ -83,7 +87,7 @@ bool IsPair(char32_t high, char32_t low) {
 
 }  // namespace
 
-std::string SUtf8FromUtf16(std::u16string_view wide, std::size_t* malformed) {
+std::string SUtf8FromUtf16(std::u16string_view wide, std::size_t* malformed) try {
     std::string utf8;
     utf8.reserve(wide.size());
     std::size_t bad = std::u16string_view::npos;
@@ -102,9 +106,11 @@ std::string SUtf8FromUtf16(std::u16string_view wide, std::size_t* malformed) {
     }
     if (malformed) *malformed = bad;
     return utf8;
+} catch (const std::exception&) {
+    brcore8::ThrowOutOfMemory();
 }
 
-std::u16string SUtf16FromUtf8(std::string_view utf8, std::size_t* malformed) {
+std::u16string SUtf16FromUtf8(std::string_view utf8, std::size_t* malformed) try {
     std::u16string wide;
     wide.reserve(utf8.size());
     std::size_t bad = std::string_view::npos;
@@ -124,4 +130,6 @@ std::u16string SUtf16FromUtf8(std::string_view utf8, std::size_t* malformed) {
     }
     if (malformed) *malformed = bad;
     return wide;
+} catch (const std::exception&) {
+    brcore8::ThrowOutOfMemory();
 }

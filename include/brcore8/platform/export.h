@@ -2,6 +2,18 @@
 #ifndef BRCORE8_PLATFORM_EXPORT_H
 #define BRCORE8_PLATFORM_EXPORT_H
 
+// <mbctype.h> of the MinGW run-time defines macros that <type_traits> uses as names. A program
+// that includes it before this library's headers must compile all the same.
+#if defined(__MINGW32__) && defined(__cplusplus)
+#pragma push_macro("_M1")
+#pragma push_macro("_M2")
+#undef _M1
+#undef _M2
+#include <type_traits>
+#pragma pop_macro("_M1")
+#pragma pop_macro("_M2")
+#endif
+
 // BRCORE8_API marks what the shared library exports; everything else stays inside it.
 // BRCORE8_STDCALL is the calling convention of the call-outs (32-bit Windows alone has several).
 #if defined(_WIN32)

@@ -95,7 +95,7 @@ struct SConversionLoss {
 };
 
 // Between UTF-16 and text of one of the process's pages. Zero units and bytes are characters like
-// any other. Throw std::bad_alloc.
+// any other. Throw SEOutOfMemory.
 BRCORE8_API std::string STextFromUtf16(std::u16string_view wide, SConversionLoss* loss = nullptr,
                                        SCodePageKind kind = SCodePageKind::Ansi);
 BRCORE8_API std::u16string SUtf16FromText(std::string_view text,

@@ -173,7 +173,8 @@ protected:
     void Relocate(void* destination, void* source, int count, int& moved) override;
 
 private:
-    void SortBy(int (*order)(const char* left, const char* right), bool ascending);
+    using Order = int (*)(const char* left, const char* right);
+    void SortBy(Order order, bool ascending);
     void ReserveFor(int added);
     void Take(SStringTable& other);
 };

@@ -1,5 +1,5 @@
 // Standard UTF-8 to and from UTF-16, with a report of the first place that is malformed.
-// Pure functions of their arguments; they throw std::bad_alloc and nothing else.
+// Pure functions of their arguments; they throw SEOutOfMemory and nothing else.
 #ifndef BRCORE8_STRINGS_UNICODE_H
 #define BRCORE8_STRINGS_UNICODE_H
 

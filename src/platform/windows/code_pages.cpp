@@ -52,14 +52,19 @@ bool AskCodes(unsigned page, CodePageTables& tables) {
 }  // namespace
 
 bool LoadCodePageTables(unsigned page, CodePageTables& tables) {
+    // The numbers below the first real page stand for others that may change.
+    constexpr unsigned kFirstPage = 37;
     CPINFO info;
-    if (!GetCPInfo(page, &info) || info.MaxCharSize > 2) return false;
+    if (page < kFirstPage || page == CP_SYMBOL || !GetCPInfo(page, &info) || info.MaxCharSize > 2)
+        return false;
     CodePageTables result;
     for (int byte = 0; byte < 256; ++byte) {
         const auto at = static_cast<std::size_t>(byte);
         const char bytes[1] = {static_cast<char>(byte)};
         result.lead[at] = IsDBCSLeadByteEx(page, static_cast<BYTE>(byte)) != 0;
         result.single[at] = UnitOf(page, bytes, 1);
+        // All text of this library is ASCII in its lower half, and no lead byte is there.
+        if (byte < 0x80 && (result.lead[at] || result.single[at] != byte)) return false;
         if (!result.lead[at]) continue;
         if (result.pairs.empty()) result.pairs.resize(kUnits);
         // A lead byte never joins with a zero byte, so that entry only keeps the row regular.
