@@ -1,15 +1,20 @@
 #!/bin/sh
 # Runs a Windows program, with a quiet Wine and a prefix of this source tree's own.
 #   wine.sh PROGRAM [ARGUMENT]...
-#   wine.sh --stop                 ends the prefix's server
+#   wine.sh --start                makes the prefix and keeps its server, so that programs start fast
+#   wine.sh --stop                 ends the server
 here=$(cd "$(dirname "$0")/.." && pwd)
 : "${WINEPREFIX:=$here/build/wine}" "${WINEDEBUG:=-all}" "${WINEDLLOVERRIDES:=mscoree,mshtml=}"
 : "${HOME:=$here/build}"
 export WINEPREFIX WINEDEBUG WINEDLLOVERRIDES HOME
 export WINEARCH=win64
 mkdir -p "$(dirname "$WINEPREFIX")"
-if [ "$1" = --stop ]; then
-    wineserver -k || true
-    exit 0
-fi
-exec wine "$@"
+case $1 in
+--start)
+    # The server and its services would keep the caller's pipes open, so they get none of them.
+    wineserver -p >/dev/null 2>&1 </dev/null || true
+    exec wine wineboot --init >/dev/null 2>&1 </dev/null
+    ;;
+--stop) wineserver -k || true ;;
+*) exec wine "$@" ;;
+esac

@@ -17,6 +17,7 @@
 #include <brcore8/platform/export.h>
 #include <brcore8/platform/light_lock.h>
 #include <brcore8/platform/resources.h>
+#include <brcore8/platform/threads.h>
 #include <brcore8/platform/types.h>
 #include <brcore8/streams/encodings.h>
 #include <brcore8/streams/file.h>

@@ -17,5 +17,6 @@ string(SUBSTRING "${text}" ${end} -1 tail)
 if(WRITE)
     file(WRITE "${umbrella}" "${head}${wanted}${tail}")
 elseif(NOT text STREQUAL "${head}${wanted}${tail}")
-    message(FATAL_ERROR "brcore8.h is not the list of the public headers, which is\n${wanted}")
+    message(FATAL_ERROR "brcore8.h is not the list of the public headers. To renew it:\n"
+        "cmake -D SOURCE=. -D WRITE=ON -P tests/house/umbrella.cmake")
 endif()

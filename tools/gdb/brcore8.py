@@ -52,9 +52,83 @@ class StringPrinter:
         return quoted(text) + ("..." if shown < length else "")
 
 
+class TablePrinter:
+    """STable<T>: its elements in order."""
+
+    def __init__(self, value):
+        self.value = value
+        self.element = value.type.template_argument(0)
+
+    def to_string(self):
+        count, capacity = int(self.value["count_"]), int(self.value["capacity_"])
+        return "%d of %d" % (count, capacity)
+
+    def children(self):
+        first = self.value["data_"].cast(self.element.pointer())
+        for index in range(int(self.value["count_"])):
+            yield "[%d]" % index, (first + index).dereference()
+
+    def display_hint(self):
+        return "array"
+
+
+class ListPrinter:
+    """SList<T>: its elements from front to back; an element follows its node."""
+
+    def __init__(self, value):
+        self.value = value
+        self.element = value.type.template_argument(0)
+
+    def to_string(self):
+        return "%d elements" % int(self.value["count_"])
+
+    def children(self):
+        node = self.value["ends_"]["next"]
+        for index in range(int(self.value["count_"])):
+            yield "[%d]" % index, (node + 1).cast(self.element.pointer()).dereference()
+            node = node["next"]
+
+    def display_hint(self):
+        return "array"
+
+
+class MapPrinter:
+    """STreeMap<Key, T>: its pairs in order; an element follows its entry."""
+
+    def __init__(self, value):
+        self.value = value
+        self.element = gdb.lookup_type(value.type.unqualified().name + "::Element")
+
+    def to_string(self):
+        return "%d elements" % int(self.value["count_"])
+
+    def entries(self):
+        """In order, without recursion, as deep as the tree may be."""
+        path, entry = [], self.value["root_"]
+        while path or int(entry):
+            while int(entry):
+                path.append(entry)
+                entry = entry["left"]
+            entry = path.pop()
+            yield entry
+            entry = entry["right"]
+
+    def children(self):
+        for index, entry in enumerate(self.entries()):
+            element = (entry + 1).cast(self.element.pointer())
+            yield "[%d]" % (2 * index), element["key"]
+            yield "[%d]" % (2 * index + 1), element["value"]
+
+    def display_hint(self):
+        return "map"
+
+
 def printers():
     collection = gdb.printing.RegexpCollectionPrettyPrinter("brcore8")
     collection.add_printer("SString", "^SString$", StringPrinter)
+    collection.add_printer("STable", "^STable<.*>$", TablePrinter)
+    collection.add_printer("SList", "^SList<.*>$", ListPrinter)
+    collection.add_printer("STreeMap", "^STreeMap<.*>$", MapPrinter)
     return collection
 
 

@@ -89,7 +89,7 @@ public:
 
     // ---- Read ---------------------------------------------------------------------------------
 
-    // Characters; counts them when appends have left them uncounted.
+    // Characters; counted at every call while appends have left them uncounted.
     int Length() const noexcept;
     // The text as a right-sized string of its own, its characters counted. The same as
     // constructing an SString from this buffer, which is what a conversion compiles to; a template

@@ -173,8 +173,7 @@ protected:
     void Relocate(void* destination, void* source, int count, int& moved) override;
 
 private:
-    using Order = int (*)(const char* left, const char* right);
-    void SortBy(Order order, bool ascending);
+    void SortBy(int (*order)(const char* left, const char* right), bool ascending);
     void ReserveFor(int added);
     void Take(SStringTable& other);
 };

@@ -15,12 +15,12 @@
 #ifndef BRCORE8_STRINGS_TOKENIZER_H
 #define BRCORE8_STRINGS_TOKENIZER_H
 
+#include <brcore8/containers/table.h>
 #include <brcore8/strings/string.h>
 
 #include <string_view>
-#include <vector>
 
-// A registered token. A simple token has only its start, which is its whole text and its name.
+// A registered token. A simple token has only its start, which is its whole text, and no end.
 struct SDelimitedToken {
     SString name;
     SString start;
@@ -58,8 +58,9 @@ public:
     // empty start registers nothing. Descriptions move when another token is registered.
 
     void AddSimpleToken(const SString& text, long id);
-    // A token from `start` to the next `end`, or to the end of the text when none follows (or
-    // `end` is empty). It is delivered without both, or with them when `keepDelimiters` is not 0.
+    // A token from `start` to the next `end`, or to the end of the text when none follows. It is
+    // delivered without both, or with them when `keepDelimiters` is not 0. With an empty end it is
+    // a simple token of that name.
     void AddDelimitedToken(const SString& name, const SString& start, const SString& end,
                            int keepDelimiters, long id);
 
@@ -67,9 +68,9 @@ public:
 
     // Whether any text is left. Skips separators first, but not when delimiters come back as
     // tokens: the text left may then be separators only, and the next token is empty.
-    int HasMoreTokens();
+    int HasMoreTokens() noexcept;
     // Skips blanks, tabs, LFs and CRs.
-    void SkipSpaces();
+    void SkipSpaces() noexcept;
 
     // Takes the next token and returns its id when it is a registered one, else NoId. At the end
     // the token is empty, with NoId. `matched` (may be null) gets the description of a registered
@@ -80,7 +81,7 @@ public:
     long NextTokenParam(SString* token, const SDelimitedToken** matched, const SString& delimiters,
                         int returnDelimiters);
     // The same as a view of the text: valid until Done, the next Init or destruction.
-    long NextTokenView(std::string_view* token, const SDelimitedToken** matched = nullptr);
+    long NextTokenView(std::string_view* token, const SDelimitedToken** matched = nullptr) noexcept;
     // The next token; empty at the end.
     SString NextToken();
 
@@ -88,7 +89,7 @@ public:
     // and returns 1. When there is none, takes all the text left and returns 0. An empty stop is
     // found at once.
     int RetrieveUntil(const SString& stop, SString* out);
-    int RetrieveUntilView(std::string_view stop, std::string_view* out = nullptr);
+    int RetrieveUntilView(std::string_view stop, std::string_view* out = nullptr) noexcept;
 
     // The position as a byte offset, and back, limited to the text.
     unsigned int SaveState() const noexcept { return static_cast<unsigned int>(position_); }
@@ -96,38 +97,39 @@ public:
 
 private:
     // What each byte, and each double-byte character of the sets, is.
-    struct Classes {
+    struct Rules {
         enum : unsigned char { Separator = 1, Delimiter = 2, Lead = 4, Starts = 8 };
         struct Pair {
             unsigned int code;
             unsigned char is;
         };
-        void Reset();
+        void TakePage();
         void Add(std::string_view set, unsigned char as);
-        void Remove(unsigned char as);
-        unsigned char Of(unsigned int pair) const noexcept;
+        void Remove(unsigned char as) noexcept;
+        void SetDelimiters(std::string_view set, int returnDelimiters, int addToSeparators);
+        unsigned char IsPair(unsigned int code) const noexcept;
+        bool Skips(unsigned char is) const noexcept;
 
         unsigned char bytes[256] = {};
-        std::vector<Pair> pairs;  // ascending by code
-    };
-    // One character: its bytes, 0 at the end, and what it is.
-    struct Character {
-        std::size_t bytes;
-        unsigned char is;
+        STable<Pair> pairs;  // ascending by code
+        bool returned = false;
     };
 
-    Character At(std::size_t position) const noexcept;
-    const SDelimitedToken* RegisteredAt(std::size_t position) const noexcept;
-    bool Skips(unsigned char is) const noexcept;
-    void SkipSeparators() noexcept;
-    std::string_view TakeRegistered(const SDelimitedToken& token);
-    void Register(SDelimitedToken token);
+    std::size_t CharacterAt(const Rules& rules, unsigned char& is) const noexcept;
+    const SDelimitedToken* RegisteredHere() const noexcept;
+    const SDelimitedToken* SkipSeparators(const Rules& rules) noexcept;
+    std::string_view TakeRegistered(const SDelimitedToken& token) noexcept;
+    std::string_view TakeText(const Rules& rules) noexcept;
+    long Take(const Rules& rules, std::string_view* token,
+              const SDelimitedToken** matched) noexcept;
+    long TakeCopy(const Rules& rules, SString* token, const SDelimitedToken** matched);
+    void Start(const SString& text, Rules&& rules);
+    void Register(const SDelimitedToken& token);
 
     SString text_;
     std::size_t position_ = 0;
-    bool returned_ = false;
-    Classes classes_;
-    std::vector<SDelimitedToken> registered_;  // longer starts first
+    Rules rules_;
+    STable<SDelimitedToken> registered_;  // longer starts first
 };
 
 #endif
