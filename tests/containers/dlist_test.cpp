@@ -141,8 +141,8 @@ TEST_F(DListTest, ForEachStopsAndSurvivesItsItems) {
     std::string seen;
     list.ForEach([&](SDListItem* item) {
         seen += At(item);
-        if (At(item) == 'A') list.Delete(item);
-        return At(item) != 'C' || seen == "C";
+        if (seen == "A") list.Delete(item);
+        return seen != "ABC";
     });
     EXPECT_EQ("ABC", seen);
     EXPECT_EQ("BCD", TextOf(list));

@@ -1,7 +1,8 @@
+#include <brcore8/containers/list.h>
 #include <brcore8/containers/rb_tree.h>
+#include <brcore8/containers/table.h>
 #include <brcore8/core/exception.h>
 
-#include <cstring>
 #include <map>
 #include <random>
 #include <string>
@@ -198,7 +199,19 @@ TEST(TreeMapTest, AThrowingValueNeverEndsThePairItWouldReplace) {
     EXPECT_EQ(0, Counted::live);
 }
 
+// A type may hold containers of itself.
+struct Family {
+    STreeMap<int, Family> byAge;
+    STable<Family> inOrder;
+    SList<Family> listed;
+};
+
 TEST(TreeMapTest, MovesAndNests) {
+    Family family;
+    family.byAge.FindOrAdd(3).inOrder.Add(Family()).listed.PushBack(Family());
+    const Family copy = family;
+    family = Family();
+    EXPECT_EQ(1, copy.byAge.Find(3)->inOrder[0].listed.GetCount());
     STreeMap<long, STreeMap<std::string, int>> outer;
     for (long category = 0; category < 100; ++category)
         outer.FindOrAdd(category).Add("name", category);

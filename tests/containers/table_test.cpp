@@ -221,7 +221,7 @@ TEST(TableMemTest, RelocatesLargeElementsAsBytes) {
     EXPECT_THROW(other.GrowTo(INT_MAX / static_cast<int>(sizeof(Large)) + 1), SEOutOfMemory);
 }
 
-// Shifting bytes is one move of memory: 10^5 insertions at the front are a matter of a second.
+// Shifting bytes is one move of memory: not one call an element.
 TEST(TableMemTest, FrontInsertionMakesNoCallAnElement) {
     struct Relocated : __STableMem {
         Relocated() : __STableMem(sizeof(void*)) {}
@@ -234,9 +234,9 @@ TEST(TableMemTest, FrontInsertionMakesNoCallAnElement) {
         long calls = 0;
     } table;
     void* const value = nullptr;
-    for (int i = 0; i < 100000; ++i)
+    for (int i = 0; i < 20000; ++i)
         table.Insert(0, &value);
-    EXPECT_EQ(100000, table.calls);
+    EXPECT_EQ(20000, table.calls);
 }
 
 }  // namespace

@@ -19,6 +19,7 @@
 #include <iterator>
 #include <memory>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 // Invariants, checked by AssertValid: 1. following next from the sentinel comes back to it after
@@ -95,10 +96,11 @@ public:
     using const_iterator = Iterator<true>;
 
     SList() = default;
-    SList(const SList& other) : __SList() { __SList::operator=(other); }
+    SList(const SList& other) : __SList() { *this = other; }
     SList(SList&& other) noexcept { SwapNodes(other); }
     ~SList() override { Clear(); }
     SList& operator=(const SList& other) {
+        static_assert(std::is_copy_constructible_v<T>);
         __SList::operator=(other);
         return *this;
     }
@@ -163,11 +165,10 @@ public:
     using __SList::Clear;
 
 private:
-    static_assert(alignof(T) <= sizeof(Node), "an element is as aligned as the node before it");
-
     void FreeNode(Node* node) override { brcore8::Release(node); }
     void DestroyElement(void* element) override { std::destroy_at(static_cast<T*>(element)); }
     Node* AllocateNode(Node* next, Node* previous) override {
+        static_assert(alignof(T) <= sizeof(Node), "an element is as aligned as its node");
         return ::new (brcore8::Allocate(sizeof(Node) + sizeof(T))) Node{next, previous};
     }
     void CopyElement(void* element, const void* value) override {

@@ -196,10 +196,11 @@ public:
     using const_reverse_iterator = std::reverse_iterator<const_iterator>;
 
     STreeMap() = default;
-    STreeMap(const STreeMap& other) : __STree() { __STree::operator=(other); }
+    STreeMap(const STreeMap& other) : __STree() { *this = other; }
     STreeMap(STreeMap&& other) noexcept { SwapEntries(other); }
     ~STreeMap() override { Clear(); }
     STreeMap& operator=(const STreeMap& other) {
+        static_assert(std::is_copy_constructible_v<Key> && std::is_copy_constructible_v<T>);
         __STree::operator=(other);
         return *this;
     }
@@ -270,8 +271,6 @@ public:
     using __STree::Clear;
 
 private:
-    static_assert(alignof(Element) <= 2 * sizeof(void*), "the heap aligns no further");
-
     // Where a key is, or would be linked.
     struct Place {
         Entry* found;
@@ -297,7 +296,10 @@ private:
     }
     void* AllocateEntry() override { return Allocator::Allocate(EntrySize()); }
     void FreeEntry(Entry* entry) override { Allocator::Free(entry, EntrySize()); }
-    static constexpr std::size_t EntrySize() { return sizeof(Entry) + sizeof(Element); }
+    static constexpr std::size_t EntrySize() {
+        static_assert(alignof(Element) <= 2 * sizeof(void*), "the heap aligns no further");
+        return sizeof(Entry) + sizeof(Element);
+    }
 };
 
 // Walks in key order, both ways; good until its element is removed.

@@ -44,7 +44,7 @@ public:
     // without throwing does), the elements that cannot follow are destroyed too.
     void Remove(int index);
     // Moves one element, shifting those between by one place. Should a copy throw on the way, in
-    // these three, all elements are still there, in some order.
+    // these three, all elements are still there, in some order, unless the copy back throws too.
     void MoveTo(int from, int to);
     void Swap(int i, int j);
     void Reverse();
@@ -137,23 +137,24 @@ protected:
 // Elements move by their move constructor when that does not throw, else by copying.
 template <class T>
 class STable : public __STable {
-    static_assert(alignof(T) <= 2 * sizeof(void*), "the heap aligns no further");
-
 public:
     using value_type = T;
     using iterator = T*;
     using const_iterator = const T*;
 
-    STable() noexcept : __STable(sizeof(T)) {}
+    STable() noexcept : __STable(sizeof(T)) {
+        static_assert(alignof(T) <= 2 * sizeof(void*), "the heap aligns no further");
+    }
     STable(std::initializer_list<T> values) : STable() {
         GrowTo(static_cast<int>(values.size()));
         for (const T& value : values)
             Add(value);
     }
-    STable(const STable& other) : __STable(other) { __STable::operator=(other); }
+    STable(const STable& other) : __STable(other) { *this = other; }
     STable(STable&& other) noexcept : STable() { SwapBlocks(other); }
     ~STable() override { Clear(); }
     STable& operator=(const STable& other) {
+        static_assert(std::is_copy_constructible_v<T>);
         __STable::operator=(other);
         return *this;
     }
