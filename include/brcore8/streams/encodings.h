@@ -14,6 +14,7 @@
 #include <brcore8/strings/string.h>
 
 #include <cstdint>
+#include <string_view>
 
 namespace SAbstractIO {
 
@@ -135,6 +136,8 @@ class BRCORE8_API SOutputStringStream : public SOutputFilterStream,
     Format GetFormat() const noexcept { return format_; }
 
 private:
+    void WriteBlock(std::string_view bytes);
+
     Format format_;
 };
 

@@ -6,6 +6,8 @@
 #include <brcore8/streams/global.h>
 #include <brcore8/streams/input_stream.h>
 
+#include <cstddef>
+
 // Reads bytes in place; they must stay until the stream is closed or gone.
 class BRCORE8_API SInputBuffer : public SInputStream {
     SDECLARE_CLASS(SInputBuffer);
@@ -32,6 +34,7 @@ protected:
     // An empty input until Init gives it memory.
     SInputBuffer() noexcept = default;
     void Init(const void* data, int length) noexcept;
+    void InitSize(const void* data, std::size_t size) noexcept;  // the same for any size
 
 private:
     const unsigned char* start_ = nullptr;

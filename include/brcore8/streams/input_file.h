@@ -6,8 +6,8 @@
 // size) they give it the position and throw SEIOAbortedException "User aborted." when it asks to
 // stop. Positions and sizes are 64 bits inside; where an unsigned long is narrower, results stop at
 // one below its greatest value.
-// Errors: SEIOException "Can't open for reading" when the file cannot be opened (a folder cannot),
-// when a read fails before the end, and when a closed stream is read.
+// Errors: SEIOException "Can't open for reading" when the file cannot be opened (a folder cannot)
+// and when a read fails before the end. A closed stream is at its end.
 #ifndef BRCORE8_STREAMS_INPUT_FILE_H
 #define BRCORE8_STREAMS_INPUT_FILE_H
 
@@ -36,16 +36,21 @@ public:
     // From the present position to the end; 0 where the file cannot seek.
     std::uint64_t Remaining() noexcept;
     std::int64_t Position() const noexcept;  // -1 where the file cannot tell
-    // The distance moved, 0 where the file cannot seek; stops at the end, then IsEOF() is 1.
-    std::uint64_t Advance(std::uint64_t count) noexcept;
+    // The distance moved, less than `count` only at the end, where IsEOF() is then 1; -1 where the
+    // file cannot seek.
+    std::int64_t Advance(unsigned long count) noexcept;
     bool SeekTo(std::uint64_t position) noexcept;
     // Counts `count` bytes more as read and reports when a step is full.
     void Tick(unsigned long count);
     void Close() noexcept;
 
 private:
+    explicit InputFileHolder(const char* path);
+    std::int64_t Size() noexcept;  // -1 where the file cannot seek
+    void MeetEnd() noexcept;
+
     std::FILE* stream_;
-    SProgressIndicatorEx* progress_;
+    SProgressIndicatorEx* progress_ = nullptr;
     unsigned long step_ = 0;     // bytes between reports; 0: report every read
     unsigned long counter_ = 0;  // bytes since the last report
 };
@@ -78,7 +83,7 @@ class BRCORE8_API SInputFile : public SInputStream {
 
 private:
     brcore8::InputFileHolder file_;
-    std::fpos_t mark_;
+    std::fpos_t mark_{};
 };
 
 // Lines of 8-bit text through a buffer of its own, in which a whole line always lies.
@@ -111,8 +116,8 @@ class BRCORE8_API SSeekableInputANSIFile : public SInputStream {
 
 private:
     bool Fill();
-    bool Peek(char& byte);
-    void ConsumeLineEnd();
+    bool NextIs(char byte);
+    unsigned long ConsumeLineEnd();
 
     brcore8::InputFileHolder file_;
     unsigned long position_ = 0;

@@ -40,7 +40,8 @@ class BRCORE8_API SOutputFileOnChange : public SOutputStream {
     void Close() override { Close(nullptr); }
 
 private:
-    bool Replace();
+    SOutputStream& Inner() const;
+    bool Rewrite();
     void Abandon() noexcept;
 
     SString path_;

@@ -1,0 +1,28 @@
+// What the streams ask of the C library and the system beyond the names of platform.h: files
+// above 2 GiB, links, terminals. posix/stdio.cpp and windows/stdio.cpp answer.
+#ifndef BRCORE8_PLATFORM_FILES_H
+#define BRCORE8_PLATFORM_FILES_H
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+namespace brcore8 {
+
+// fopen that refuses folders on every platform; null on failure.
+std::FILE* OpenStream(const char* path, const char* mode) noexcept;
+
+// fseek and ftell with 64 bits. Tell returns -1 where there is no position.
+bool SeekStream(std::FILE* stream, std::int64_t offset, int origin) noexcept;
+std::int64_t TellStream(std::FILE* stream) noexcept;
+
+// The file that a path names once every symbolic link is followed; the path itself where that
+// cannot be told. Throws std::bad_alloc.
+std::string FinalPath(const char* path);
+
+// The columns of the terminal that standard error is; 0 when it is none.
+int ErrorTerminalWidth() noexcept;
+
+}  // namespace brcore8
+
+#endif

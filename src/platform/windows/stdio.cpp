@@ -1,0 +1,44 @@
+#include "platform/files.h"
+#include "platform/platform.h"
+
+#include <io.h>
+
+namespace brcore8 {
+
+std::FILE* OpenStream(const char* path, const char* mode) noexcept {
+    return std::fopen(path, mode);
+}
+
+bool SeekStream(std::FILE* stream, std::int64_t offset, int origin) noexcept {
+    return _fseeki64(stream, offset, origin) == 0;
+}
+
+std::int64_t TellStream(std::FILE* stream) noexcept {
+    return _ftelli64(stream);
+}
+
+std::string FinalPath(const char* path) {
+    const DWORD attributes = GetFileAttributesA(path);
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+        return path;
+    }
+    std::string result(32768, '\0');
+    const HANDLE file = CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return path;
+    const DWORD length =
+        GetFinalPathNameByHandleA(file, result.data(), static_cast<DWORD>(result.size()), 0);
+    CloseHandle(file);
+    if (length == 0 || length >= result.size()) return path;
+    result.resize(length);
+    return result;
+}
+
+int ErrorTerminalWidth() noexcept {
+    if (_isatty(_fileno(stderr)) == 0) return 0;
+    CONSOLE_SCREEN_BUFFER_INFO info;
+    if (!GetConsoleScreenBufferInfo(GetStdHandle(STD_ERROR_HANDLE), &info)) return 0;
+    return info.srWindow.Right - info.srWindow.Left + 1;
+}
+
+}  // namespace brcore8
