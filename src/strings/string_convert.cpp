@@ -53,15 +53,15 @@ int SString::IsASCII(int index) const noexcept {
 
 // --- Numbers and kinds of text -----------------------------------------------------------------
 
-SString::operator long() const noexcept {
+long SString::ToLong() const noexcept {
     return std::atol(text_);
 }
 
-SString::operator double() const noexcept {
+double SString::ToDouble() const noexcept {
     return std::atof(text_);
 }
 
-SString::operator int() const noexcept {
+int SString::ToTruth() const noexcept {
     return CompareNoCase("Yes") == 0 || std::atol(text_) != 0;
 }
 

@@ -27,6 +27,7 @@
 #include <brcore8/platform/types.h>
 
 #include <atomic>
+#include <concepts>
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
@@ -157,11 +158,22 @@ public:
     int IsWhitespace(int index) const noexcept;
     int IsASCII(int index) const noexcept;
 
-    // The text as a number (as atol and atof read it); as a truth value: 1 for "Yes" in any
-    // case, else whether the number is not 0.
-    operator long() const noexcept;
-    operator double() const noexcept;
-    operator int() const noexcept;
+    // To long and double: the text as a number, as atol and atof read it. To int: a truth value, 1
+    // for "Yes" in any case, else whether the number is not 0. Templates, so that to no other
+    // number type, nor to a character code, a string turns unasked.
+    template <typename Number>
+    requires(std::same_as<Number, long> || std::same_as<Number, double> ||
+             std::same_as<Number, int>)
+    operator Number() const noexcept {
+        if constexpr (std::same_as<Number, long>)
+            return ToLong();
+        else if constexpr (std::same_as<Number, double>)
+            return ToDouble();
+        else
+            return ToTruth();
+    }
+    // A condition would ask whether the text's address is null, which it never is: see IsEmpty.
+    explicit operator bool() const = delete;
     // Whether the whole text is: an optional sign, digits, optionally one "," or "." and digits.
     // A lone sign or separator counts as a number too; an empty text does not.
     int IsNumber() const noexcept;
@@ -401,6 +413,9 @@ private:
             FreeData(DataOf(text));
     }
     void CopyLocked();
+    long ToLong() const noexcept;
+    double ToDouble() const noexcept;
+    int ToTruth() const noexcept;
     const char* From(int start) const noexcept;
     bool Owns(const char* text) const noexcept;
     char* LockBytes(std::int64_t capacity);
