@@ -5,6 +5,7 @@
 
 total_passed=0
 total_failed=0
+run_under=()  # what ctest itself is started by
 
 pass() { stage_passed=$((stage_passed + ${1:-1})); }
 fail() {
@@ -50,7 +51,7 @@ run_tests() {
     shift
     rm -rf "$dir/tests/results"
     rm -f "$dir/ctest.xml"
-    ctest --test-dir "$dir" --output-on-failure --output-junit "$root/$dir/ctest.xml" "$@" \
+    "${run_under[@]}" ctest --test-dir "$dir" --output-on-failure --output-junit "$root/$dir/ctest.xml" "$@" \
         >"build/log/$preset-ctest" 2>&1 </dev/null || tail -n 80 "build/log/$preset-ctest"
     if [ ! -s "$dir/ctest.xml" ]; then
         fail "$preset: ctest left no results"
@@ -87,10 +88,10 @@ stage_asan() { build asan && run_tests asan -j "$jobs"; }
 
 # Only what is shared between threads is worth the slow program: the suites named ...Threads.
 stage_tsan() {
-    local folders targets name runner=()
-    folders=$(grep -lE 'TEST(_[FP])?\([A-Za-z0-9]*Threads,' tests/*/*_test.cpp | cut -d/ -f2 | sort -u)
-    [ -n "$folders" ] || { fail "no suite is named ...Threads"; return; }
-    read -r -a targets < <(printf 'brcore8_%s_test ' $folders)
+    local targets name runner=()
+    mapfile -t targets < <(grep -lE 'TEST(_[FP])?\([A-Za-z0-9]*Threads,' tests/*/*_test.cpp |
+        sed 's|tests/\([^/]*\)/.*|brcore8_\1_test|' | sort -u)
+    [ ${#targets[@]} -gt 0 ] || { fail "no suite is named ...Threads"; return; }
     build tsan "${targets[@]}" || return
     # ThreadSanitizer needs its addresses free; a wide randomisation takes them.
     ! setarch -R true 2>/dev/null || runner=(setarch -R)
@@ -106,12 +107,34 @@ stage_tsan() {
 }
 
 stage_win64() {
-    local display=()
-    [ -n "${DISPLAY-}" ] || display=(xvfb-run -a)
-    build win64 && run_tests win64
+    build win64 || return
+    local run_under=()
+    [ -n "${DISPLAY-}" ] || run_under=(xvfb-run -a)
+    run_tests win64
 }
 
 stage_win32() { build win32 && pass; }
+
+# Each fuzz target starts from its committed inputs and looks around from there.
+stage_fuzz() {
+    local target name inputs options
+    build fuzz fuzz/all || return
+    for target in fuzz/*_fuzz.cpp; do
+        name=$(basename "$target" _fuzz.cpp)
+        inputs=build/fuzz/corpus/$name
+        mkdir -p "$inputs" build/fuzz/findings
+        options=(-max_total_time=5 -timeout=10 -rss_limit_mb=4096
+            "-artifact_prefix=build/fuzz/findings/$name-")
+        [ ! -f "fuzz/$name.dict" ] || options+=("-dict=fuzz/$name.dict")
+        run_logged "$name" "build/fuzz/bin/fuzz_$name" "${options[@]}" \
+            "$inputs" "fuzz/corpus/$name" && pass
+    done
+}
+
+stage_docs() {
+    rm -rf build/docs
+    run_logged "a warning of Doxygen" doxygen docs/Doxyfile && pass
+}
 
 all_stages() {
     mkdir -p build/log
@@ -121,6 +144,8 @@ all_stages() {
     stage tsan "ThreadSanitizer over the suites named ...Threads"
     stage win64 "Windows, 64 bits, under Wine"
     stage win32 "Windows, 32 bits: compiled, every layout asserted"
+    stage fuzz "every fuzz target for five seconds"
+    stage docs "reference pages without a warning"
     echo "$total_passed passed, $total_failed failed"
     [ "$total_failed" -eq 0 ] && [ "$total_passed" -gt 0 ]
 }

@@ -29,7 +29,7 @@ std::string FromWide(const CodePage& page, const Units& units, CodePage::Loss* l
 }
 
 // First, while no page is loaded yet.
-TEST(CodePage, LoadsOnceFromManyThreads) {
+TEST(CodePageThreads, LoadAPageOnce) {
     std::vector<const CodePage*> found(8);
     std::vector<std::thread> threads;
     for (auto& slot : found)
