@@ -80,8 +80,10 @@ namespace {
 
 // Walks pattern and text together. After a failure only the last "*" need be tried again: an
 // earlier one could not reach any text that the last one cannot.
-int MatchPattern(const char* text, const char* pattern, bool noCase) {
+int MatchPattern(std::string_view whole, const char* pattern, bool noCase) {
     const CodePage& page = CodePage::Ansi();
+    const char* text = whole.data();
+    const char* const end = text + whole.size();
     const char* starPattern = nullptr;
     const char* starText = nullptr;
     for (;;) {
@@ -94,20 +96,24 @@ int MatchPattern(const char* text, const char* pattern, bool noCase) {
             continue;
         }
         const char* taken = *pattern == '\\' ? pattern + 1 : pattern;
-        const unsigned wanted = mbs::UnsignedCodeAt(page, taken);
-        const unsigned code = mbs::UnsignedCodeAt(page, text);
-        const bool equal =
-            *pattern == '?'
-                ? code != 0
-                : wanted == code || (noCase && page.ToLower(wanted) == page.ToLower(code));
-        if (equal && code == 0) return 1;
-        // At the text's end a later start only leaves less text for the same pattern.
-        if (code == 0 || (!equal && !starPattern)) return 0;
-        if (equal && *taken) {
-            pattern = mbs::Next(page, taken);
-            text = mbs::Next(page, text);
+        const bool ended = text == end;
+        bool equal;
+        if (*pattern == '?' || *taken == 0) {
+            equal = (*taken == 0) == ended;
         } else {
-            starText = mbs::Next(page, starText);
+            const unsigned wanted = mbs::UnsignedCodeAt(page, taken);
+            const unsigned code = mbs::UnsignedCodeAt(page, text, end);
+            equal = !ended &&
+                    (wanted == code || (noCase && page.ToLower(wanted) == page.ToLower(code)));
+        }
+        if (equal && ended) return 1;
+        // At the text's end a later start only leaves less text for the same pattern.
+        if (ended || (!equal && !starPattern)) return 0;
+        if (equal) {
+            pattern = mbs::Next(page, taken);
+            text += mbs::CharBytes(page, text, end);
+        } else {
+            starText += mbs::CharBytes(page, starText, end);
             text = starText;
             pattern = starPattern;
         }
@@ -117,9 +123,9 @@ int MatchPattern(const char* text, const char* pattern, bool noCase) {
 }  // namespace
 
 int SString::Match(const char* pattern) const noexcept {
-    return MatchPattern(text_, pattern ? pattern : "", false);
+    return MatchPattern(View(), pattern ? pattern : "", false);
 }
 
 int SString::MatchNoCase(const char* pattern) const noexcept {
-    return MatchPattern(text_, pattern ? pattern : "", true);
+    return MatchPattern(View(), pattern ? pattern : "", true);
 }

@@ -223,8 +223,9 @@ public:
     int CompareNbNoCase(int start, const char* text, int bytes) const noexcept;
 
     // Whether the whole text matches a pattern: "*" any run, "?" any one character, "\" takes the
-    // next character literally (at the pattern's end it is ignored). Costs at most the product
-    // of the lengths. Null is the empty pattern.
+    // next character literally (at the pattern's end it is ignored). A zero byte of this string is
+    // a character like any other here. Costs at most the product of the lengths. Null is the
+    // empty pattern.
     int Match(const char* pattern) const noexcept;
     int MatchNoCase(const char* pattern) const noexcept;
 
