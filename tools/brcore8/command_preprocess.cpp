@@ -1,0 +1,80 @@
+// preprocess: a text through its directives.
+
+#include "command.h"
+#include "output.h"
+#include "text_input.h"
+
+#include <brcore8/text/preprocessor.h>
+#include <brcore8/text/symbol_table.h>
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+namespace tool {
+namespace {
+
+// The category that `define` directives write.
+constexpr long DefinitionCategory = -1;
+
+struct PreprocessOptions {
+    std::string directive = "#";
+    std::vector<std::string> definitions;
+    std::string output;
+    std::string input;
+};
+
+// What a `define` directive would do: a value that begins with a digit is a number.
+void Define(SSymbolTable& symbols, const std::string& definition) {
+    const std::size_t assign = definition.find('=');
+    const SString name{std::string_view(definition).substr(0, assign)};
+    const SString value{assign == std::string::npos
+                            ? std::string_view()
+                            : std::string_view(definition).substr(assign + 1)};
+    if (value.IsDigit(0)) symbols.AddSymbol(name, static_cast<long>(value), DefinitionCategory);
+    else symbols.AddSymbol(name, value, DefinitionCategory);
+}
+
+int Preprocess(const PreprocessOptions& options, const Settings& settings) {
+    SSymbolTable symbols;
+    for (const std::string& definition : options.definitions) Define(symbols, definition);
+
+    const SString text{std::string_view(TextInput(options.input, settings).AnsiText())};
+    SPreprocessor preprocessor(options.directive.front());
+    const SString result = preprocessor.Preprocess(text, &symbols);
+
+    Output output(options.output);
+    output.Write(result.View());
+    output.Finish();
+    return Done;
+}
+
+std::string OneByte(const std::string& text) {
+    return text.size() == 1 ? "" : "the directive character is one byte";
+}
+
+std::string HasName(const std::string& text) {
+    return text.empty() || text.front() == '=' ? "a definition begins with its name" : "";
+}
+
+}  // namespace
+
+Action PreparePreprocess(CLI::App& parser, const Settings& settings) {
+    auto options = std::make_shared<PreprocessOptions>();
+    parser.add_option("-c,--char", options->directive, "The directive character (#)")
+        ->type_name("CHAR")
+        ->check(CLI::Validator(OneByte, ""));
+    parser.add_option("-D,--define", options->definitions, "A symbol, as 'define' makes it")
+        ->type_name("NAME[=VALUE]")
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->check(CLI::Validator(HasName, ""));
+    parser.add_option("-o,--output", options->output, "Write there, when the content differs");
+    parser.add_option("INPUT", options->input, "A text file; standard input when missing or -");
+    parser.footer(
+        "Directives: define NAME VALUE, undef NAME, ifdef NAME, ifndef NAME, else, endif,\n"
+        "error \"TEXT\", message \"TEXT\", /* ... */, // ...");
+    return [options, &settings] { return Preprocess(*options, settings); };
+}
+
+}  // namespace tool

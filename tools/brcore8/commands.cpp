@@ -1,0 +1,58 @@
+// The one table of commands, and those that speak about the program itself.
+
+#include "command.h"
+#include "output.h"
+
+#include <brcore8/core/version.h>
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+
+namespace tool {
+namespace {
+
+constexpr Command Table[] = {
+    {"preprocess", "Run a text through its directives", PreparePreprocess},
+    {"convert", "Re-encode a text's lines", PrepareConvert},
+    {"sort", "Sort a text's lines", PrepareSort},
+    {"match", "Print the lines that match a wildcard pattern", PrepareMatch},
+    {"classes", "Show the class tree", PrepareClasses},
+    {"version", "Tell the versions and the parts of this build", PrepareVersion},
+    {"help", "Show this help, or that of a command", PrepareHelp},
+};
+
+int Print(const std::string& text) {
+    Output output("");
+    output.Write(text);
+    output.Finish();
+    return Done;
+}
+
+}  // namespace
+
+std::span<const Command> Commands() {
+    return Table;
+}
+
+Action PrepareVersion(CLI::App&, const Settings&) {
+    return [] { return Print(SVersionReport()); };
+}
+
+Action PrepareHelp(CLI::App& parser, const Settings&) {
+    auto topic = std::make_shared<std::string>();
+    std::vector<std::string> names;
+    for (const Command& command : Table) names.emplace_back(command.name);
+    parser.add_option("COMMAND", *topic, "The command to explain")
+        ->check(CLI::IsMember(names));
+    return [&parser, topic] {
+        CLI::App& program = *parser.get_parent();
+        return Print(topic->empty() ? program.help() : program.get_subcommand(*topic)->help("brcore8"));
+    };
+}
+
+void Say(const std::string& line) {
+    std::fprintf(stderr, "%s\n", line.c_str());
+}
+
+}  // namespace tool

@@ -1,0 +1,54 @@
+// Text from a file or standard input, whole: its format recognised by its mark, its lines, and
+// what does not survive on the way into a code page.
+//
+// The stream classes detect a format by reading and drop bytes on the way, as they promise; this
+// looks at the mark itself and loses nothing.
+#ifndef BRCORE8_TOOLS_TEXT_INPUT_H
+#define BRCORE8_TOOLS_TEXT_INPUT_H
+
+#include "command.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tool {
+
+enum class TextFormat { Ansi, Oem, Utf16, Utf8 };
+
+class TextInput {
+public:
+    // Reads all of INPUT ("-" and "" are standard input). `from` decides against any mark, and a
+    // mark of `from` itself is skipped. Throws Failure when it cannot be read, or is no text of
+    // its format.
+    TextInput(const std::string& input, const Settings& settings,
+              std::optional<TextFormat> from = std::nullopt);
+
+    TextFormat Format() const { return format_; }
+    bool IsUnicode() const { return format_ == TextFormat::Utf16 || format_ == TextFormat::Utf8; }
+
+    // The lines in the given format, each without its line end, its bytes as they will stand in
+    // the output. Characters that did not survive are reported on standard error, and fail the
+    // work when the settings are strict.
+    std::vector<std::string> Lines(TextFormat as) const;
+    // The whole text in the process's code page, every line end as CR LF.
+    std::string AnsiText() const;
+
+private:
+    class LineWriter;
+
+    std::size_t ByteOffset(std::size_t unit) const;
+
+    const Settings& settings_;
+    std::string name_;
+    std::string bytes_;  // with the mark, which 8-bit text never has
+    std::size_t markLength_ = 0;
+    TextFormat format_ = TextFormat::Ansi;
+    std::u16string wide_;  // of Unicode formats, without the mark
+};
+
+}  // namespace tool
+
+#endif
