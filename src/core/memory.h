@@ -6,8 +6,7 @@
 
 namespace brcore8 {
 
-// Whether an allocation of `size` bytes is possible at all and the installed filter, if any, lets
-// it pass.
+// Whether the installed filter, if any, lets an allocation of `size` bytes pass.
 bool MayAllocate(std::size_t size);
 
 }  // namespace brcore8
