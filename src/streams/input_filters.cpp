@@ -104,6 +104,7 @@ int SInputBufferStream::Read() {
 unsigned long SInputBufferStream::Read(void* buffer, unsigned long count) {
     auto* const bytes = static_cast<char*>(buffer);
     unsigned long done = 0;
+    if (count == 0) return 0;
     for (;;) {
         if (position_ >= count_) {
             if (count - done >= size_ && mark_ == NoMark) {
