@@ -61,7 +61,11 @@ void SString::SetLength(std::int32_t bytes) noexcept {
     SStringData* data = GetData();
     data->bytes = std::clamp(bytes, 0, data->capacity);
     text_[data->bytes] = 0;
-    data->characters = mbs::Count(CodePage::Ansi(), text_, static_cast<std::size_t>(data->bytes));
+    data->characters = CountCharacters();
+}
+
+int SString::CountCharacters() const noexcept {
+    return mbs::Count(CodePage::Ansi(), text_, static_cast<std::size_t>(LengthByte()));
 }
 
 void SString::AllocBeforeWrite(std::int64_t bytes) {
@@ -317,8 +321,7 @@ int SString::AssertValid() const noexcept {
                data.characters == 0 && *text_ == 0;
     return (data.references > 0 || data.references == -1) && data.bytes >= 0 &&
            data.bytes <= data.capacity && data.capacity <= MaxBytes && text_[data.bytes] == 0 &&
-           data.characters ==
-               mbs::Count(CodePage::Ansi(), text_, static_cast<std::size_t>(data.bytes));
+           (data.characters == 0 || data.characters == CountCharacters());
 }
 
 std::ostream& operator<<(std::ostream& stream, const SString& text) {

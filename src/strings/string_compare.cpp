@@ -1,10 +1,6 @@
 #include <brcore8/strings/multibyte.h>
 #include <brcore8/strings/string.h>
 
-#include <brcore8/core/throw.h>
-
-#include <new>
-
 #include "strings/mbs.h"
 
 namespace mbs = brcore8::mbs;
@@ -13,14 +9,6 @@ namespace {
 
 std::size_t Limit(int bytes) {
     return bytes > 0 ? static_cast<std::size_t>(bytes) : 0;
-}
-
-// Collation may need memory; its failure is the library's own.
-template <typename Comparison>
-int Collated(Comparison compare) try {
-    return compare();
-} catch (const std::bad_alloc&) {
-    brcore8::ThrowOutOfMemory();
 }
 
 }  // namespace
@@ -75,11 +63,11 @@ int SString::Collate(const char* text, int bytes) const {
 }
 
 int SString::Collate(int start, const char* text) const {
-    return Collated([&] { return mbs::Collate(From(start), text); });
+    return mbs::Collate(From(start), text);
 }
 
 int SString::Collate(int start, const char* text, int bytes) const {
-    return Collated([&] { return mbs::CollateBytes(From(start), text, Limit(bytes)); });
+    return mbs::CollateBytes(From(start), text, Limit(bytes));
 }
 
 int SString::CollateNoCase(const char* text) const {
@@ -91,11 +79,11 @@ int SString::CollateNoCase(const char* text, int bytes) const {
 }
 
 int SString::CollateNoCase(int start, const char* text) const {
-    return Collated([&] { return mbs::CollateNoCase(From(start), text); });
+    return mbs::CollateNoCase(From(start), text);
 }
 
 int SString::CollateNoCase(int start, const char* text, int bytes) const {
-    return Collated([&] { return mbs::CollateNoCaseBytes(From(start), text, Limit(bytes)); });
+    return mbs::CollateNoCaseBytes(From(start), text, Limit(bytes));
 }
 
 // --- Digit runs by their value -----------------------------------------------------------------

@@ -38,10 +38,12 @@ void SString::ConcatInPlace(std::int64_t bytes, const char* text) {
     } else {
         std::memmove(text_ + data->bytes, text, static_cast<std::size_t>(bytes));
     }
-    // Only the new part is counted, unless its first byte completes a character of the old one.
+    // Only the new part is counted, unless its first byte completes a character of the old one, or
+    // that was never counted.
     const CodePage& page = CodePage::Ansi();
     const auto old = static_cast<std::size_t>(data->bytes);
-    if (page.IsDoubleByte() && EndsInLead(page, text_, old))
+    if ((data->characters == 0 && old != 0) ||
+        (page.IsDoubleByte() && EndsInLead(page, text_, old)))
         return SetLength(static_cast<std::int32_t>(total));
     data->characters += mbs::Count(page, text_ + old, static_cast<std::size_t>(bytes));
     data->bytes = static_cast<std::int32_t>(total);

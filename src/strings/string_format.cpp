@@ -139,7 +139,7 @@ private:
 const char* Formatter::ParseNumber(const char* p, std::int64_t& value) {
     // Beyond what any text can hold the exact number no longer matters.
     for (value = 0; *p >= '0' && *p <= '9'; ++p)
-        value = std::min<std::int64_t>(value * 10 + (*p - '0'), INT64_C(0x100000000));
+        value = std::min<std::int64_t>(value * 10 + (*p - '0'), INT64_C(0xFFFFFFFF));
     return p;
 }
 

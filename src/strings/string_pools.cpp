@@ -74,7 +74,8 @@ void Give(SStringData* data) noexcept {
 }
 
 void FreeUnused() noexcept {
-    for (auto& pool : pools) pool.object.FreeUnused();
+    for (auto& pool : pools)
+        pool.object.FreeUnused();
 }
 
 }  // namespace brcore8::string_pools

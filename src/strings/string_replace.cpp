@@ -25,12 +25,10 @@ public:
     Finder(const char* text, std::string_view what, bool noCase)
         : end_(text + std::strlen(text)), what_(what), noCase_(noCase) {}
 
-    const char* Next(const char* from) const try {
+    const char* Next(const char* from) const {
         const auto bytes = static_cast<std::size_t>(end_ - from);
         return noCase_ ? mbs::FindTextNoCase(from, bytes, what_.data(), what_.size())
                        : mbs::FindText(from, bytes, what_.data(), what_.size());
-    } catch (const std::bad_alloc&) {
-        brcore8::ThrowOutOfMemory();
     }
 
 private:
@@ -139,44 +137,54 @@ int SString::ReplaceAllNoCase(unsigned int from, unsigned int to) {
 
 // --- Pairs of characters -----------------------------------------------------------------------
 
-int SString::Translate(const char* from, const char* to) try {
-    const CodePage& page = CodePage::Ansi();
-    std::vector<std::pair<unsigned, unsigned>> pairs;
-    if (!from || !to) return 0;
+namespace {
+
+using Outcomes = std::unordered_map<unsigned, unsigned>;
+
+// Where a character ends after one pass for each pair: taken from the last pass backwards, each
+// pass leads to the outcome of the character that it writes.
+Outcomes OutcomesOf(const CodePage& page, const char* from, const char* to) try {
+    std::vector<std::pair<unsigned, unsigned>> passes;
     for (; *from && *to; from = mbs::Next(page, from), to = mbs::Next(page, to))
-        pairs.emplace_back(mbs::UnsignedCodeAt(page, from), mbs::UnsignedCodeAt(page, to));
-    // Where a character ends after all passes: taken from the last pass backwards, each pass
-    // leads to the outcome of the character that it writes.
-    std::unordered_map<unsigned, unsigned> outcome;
-    for (auto pair = pairs.rbegin(); pair != pairs.rend(); ++pair) {
-        const auto later = outcome.find(pair->second);
-        outcome[pair->first] = later == outcome.end() ? pair->second : later->second;
+        passes.emplace_back(mbs::UnsignedCodeAt(page, from), mbs::UnsignedCodeAt(page, to));
+    Outcomes outcomes;
+    for (auto pass = passes.rbegin(); pass != passes.rend(); ++pass) {
+        const auto later = outcomes.find(pass->second);
+        outcomes[pass->first] = later == outcomes.end() ? pass->second : later->second;
     }
+    return outcomes;
+} catch (const std::bad_alloc&) {
+    brcore8::ThrowOutOfMemory();
+}
+
+}  // namespace
+
+int SString::Translate(const char* from, const char* to) {
+    if (!from || !to) return 0;
+    const CodePage& page = CodePage::Ansi();
+    const Outcomes outcomes = OutcomesOf(page, from, to);
+    bool any = false;
     const auto translated = [&](const char* p) {
         const unsigned code = mbs::UnsignedCodeAt(page, p);
-        const auto found = outcome.find(code);
-        return found == outcome.end() ? std::pair(code, 0) : std::pair(found->second, 1);
+        const auto found = outcomes.find(code);
+        if (found == outcomes.end()) return code;
+        any = true;
+        return found->second;
     };
     char scratch[2];
-    std::int64_t total = 0;
-    int any = 0;
+    std::size_t total = 0;
     const char* p = text_;
-    for (; *p; p = mbs::Next(page, p)) {
-        const auto [code, replaced] = translated(p);
-        total += static_cast<std::int64_t>(mbs::Put(page, code, scratch));
-        any |= replaced;
-    }
+    for (; *p; p = mbs::Next(page, p))
+        total += mbs::Put(page, translated(p), scratch);
     if (!any) return 0;
     const auto rest = static_cast<std::size_t>(End() - p);  // from the first zero byte on
     SString result;
-    result.AllocBuffer(total + static_cast<std::int64_t>(rest));
+    result.AllocBuffer(static_cast<std::int64_t>(total + rest));
     char* out = result.text_;
     for (p = text_; *p; p = mbs::Next(page, p))
-        out += mbs::Put(page, translated(p).first, out);
+        out += mbs::Put(page, translated(p), out);
     if (rest != 0) std::memcpy(out, p, rest);
     result.SetLength(result.LengthByte());
     *this = std::move(result);
     return 1;
-} catch (const std::bad_alloc&) {
-    brcore8::ThrowOutOfMemory();
 }

@@ -1,9 +1,5 @@
 #include <brcore8/strings/string.h>
 
-#include <brcore8/core/throw.h>
-
-#include <new>
-
 #include "strings/mbs.h"
 
 using brcore8::CodePage;
@@ -23,24 +19,20 @@ const char* SString::ReverseFind(unsigned int character) const noexcept {
     return mbs::ReverseFind(text_, character);
 }
 
-const char* SString::Find(const char* what) const {
+const char* SString::Find(const char* what) const noexcept {
     return Find(what, text_);
 }
 
-const char* SString::Find(const char* what, const char* from) const try {
+const char* SString::Find(const char* what, const char* from) const noexcept {
     return mbs::FindText(from, what ? what : "");
-} catch (const std::bad_alloc&) {
-    brcore8::ThrowOutOfMemory();
 }
 
-const char* SString::FindNoCase(const char* what) const {
+const char* SString::FindNoCase(const char* what) const noexcept {
     return FindNoCase(what, text_);
 }
 
-const char* SString::FindNoCase(const char* what, const char* from) const try {
+const char* SString::FindNoCase(const char* what, const char* from) const noexcept {
     return mbs::FindTextNoCase(from, what ? what : "");
-} catch (const std::bad_alloc&) {
-    brcore8::ThrowOutOfMemory();
 }
 
 // --- Indices -----------------------------------------------------------------------------------

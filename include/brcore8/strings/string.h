@@ -46,7 +46,8 @@ struct SStringData {
     std::int32_t references;  // handles on this buffer; 1 = exclusively owned; -1 = locked
     std::int32_t bytes;       // text bytes, without the terminator
     std::int32_t capacity;    // text bytes there is room for, without the terminator
-    std::int32_t characters;  // characters of the text; equals bytes under a single-byte page
+    std::int32_t characters;  // characters of the text; equals bytes under a single-byte page;
+                              // 0 beside bytes: not counted yet
 };
 static_assert(sizeof(SStringData) == 16);
 
@@ -123,7 +124,10 @@ public:
     // ---- Read ---------------------------------------------------------------------------------
 
     // Characters, bytes, and whether there are none.
-    int Length() const noexcept { return GetData()->characters; }
+    int Length() const noexcept {
+        const SStringData& data = *GetData();
+        return data.characters != 0 || data.bytes == 0 ? data.characters : CountCharacters();
+    }
     int LengthByte() const noexcept { return GetData()->bytes; }
     int IsEmpty() const noexcept { return GetData()->bytes == 0; }
 
@@ -235,10 +239,10 @@ public:
     const char* Find(unsigned int character) const noexcept;
     const char* Find(unsigned int character, const char* from) const noexcept;
     const char* ReverseFind(unsigned int character) const noexcept;
-    const char* Find(const char* what) const;
-    const char* Find(const char* what, const char* from) const;
-    const char* FindNoCase(const char* what) const;
-    const char* FindNoCase(const char* what, const char* from) const;
+    const char* Find(const char* what) const noexcept;
+    const char* Find(const char* what, const char* from) const noexcept;
+    const char* FindNoCase(const char* what) const noexcept;
+    const char* FindNoCase(const char* what, const char* from) const noexcept;
     // The character index of the first match at or after `start`, or -1. The start position is
     // compared as a whole character; after it every character by its first byte alone,
     // sign-extended, so that a double-byte character is found at the start position only.
@@ -302,8 +306,16 @@ public:
     // ---- Format -------------------------------------------------------------------------------
 
     // printf-style formatting into this string; arguments may point into its own text. Whatever
-    // the result's length, it is whole. A null string argument prints as "(null)". Sizes that
-    // would exceed MaxBytes throw SEOutOfMemory; "%n" takes its argument and writes nothing.
+    // the result's length, it is whole, to its first zero byte. Numbers come out as the C library
+    // writes them. Beyond that:
+    // - "%s" and "%c" take text of the process's code page, with "l" and as "%S" and "%C" UTF-16
+    //   text of 16-bit units on every system; "h" means code page text. A precision counts bytes,
+    //   of which wide text gives whole characters only. A null text prints as "(null)".
+    // - Size prefixes are those of C and "I", "I32", "I64"; "N" is ignored. "L" before a whole
+    //   number means "ll".
+    // - "%n" takes its argument and writes nothing.
+    // - What is no conversion (an unknown letter, "%1$s", a lone "%" at the end) is plain text.
+    // - A width, precision or result above MaxBytes throws SEOutOfMemory.
     BRCORE8_PRINTF(2, 3) void Format(const char* format, ...);
     // The same with a string resource as the format.
     void Format(unsigned int id, ...);
@@ -341,7 +353,8 @@ public:
     // Gives unused blocks of the string pools back to the heap.
     static void DeleteEmptyStrings() noexcept;
     // Whether header and text agree: terminator in place, lengths within the capacity, the
-    // character count that of the text. For tests and debugging.
+    // character count, unless open, that of the text. For tests and debugging. False between
+    // GetBufferSetLength and Unlock, and after a change of page, when the count is another.
     int AssertValid() const noexcept;
 
 protected:
@@ -413,6 +426,7 @@ private:
         else if (count <= 1 || references.fetch_sub(1, std::memory_order_acq_rel) <= 1)
             FreeData(DataOf(text));
     }
+    int CountCharacters() const noexcept;
     void CopyLocked();
     long ToLong() const noexcept;
     double ToDouble() const noexcept;
