@@ -13,7 +13,7 @@ preprocess_all() {
     local file started
     started=$(microseconds)
     while read -r file; do
-        mkdir -p "$tour_target/${file%/*}"
+        mkdir -p "$(dirname "$tour_target/$file")"
         "$brcore8" preprocess -D __KERNEL__ -D __x86_64__=1 "$tour_source/$file" \
             -o "$tour_target/$file" 2>>"$1" || true
     done <"$root/build/tour.files"

@@ -22,13 +22,11 @@ bool LaterName(const SClassInfo* left, const SClassInfo* right) {
 }
 
 std::string Row(const SClassInfo& info, int depth) {
-    const std::string name =
-        std::string(static_cast<std::size_t>(depth) * 2, ' ') + info.className +
-        (info.factory ? "*" : "");
+    const std::string name = std::string(static_cast<std::size_t>(depth) * 2, ' ') +
+                             info.className + (info.factory ? "*" : "");
     char row[160];
     std::snprintf(row, sizeof row, "%-40s schema %u  %5u bytes\n", name.c_str(),
-                  static_cast<unsigned>(info.schema),
-                  static_cast<unsigned>(info.objectSize));
+                  static_cast<unsigned>(info.schema), static_cast<unsigned>(info.objectSize));
     return row;
 }
 
@@ -36,7 +34,8 @@ int Classes() {
     Children children;
     for (const SClassInfo* info = g_pClassInfo; info; info = info->next)
         children[info->base].push_back(info);
-    for (auto& [base, derived] : children) std::sort(derived.begin(), derived.end(), LaterName);
+    for (auto& [base, derived] : children)
+        std::sort(derived.begin(), derived.end(), LaterName);
 
     Output output("");
     struct Open {
@@ -44,7 +43,8 @@ int Classes() {
         int depth;
     };
     std::vector<Open> open;
-    for (const SClassInfo* root : children[nullptr]) open.push_back({root, 0});
+    for (const SClassInfo* root : children[nullptr])
+        open.push_back({root, 0});
     while (!open.empty()) {
         const Open next = open.back();
         open.pop_back();

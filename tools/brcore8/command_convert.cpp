@@ -28,8 +28,7 @@ int Convert(const ConvertOptions& options, const Settings& settings) {
     std::optional<TextFormat> from;
     if (!options.from.empty()) from = FormatNames.at(options.from);
     const TextFormat to = FormatNames.at(options.to);
-    const std::vector<std::string> lines =
-        TextInput(options.input, settings, from).Lines(to);
+    const std::vector<std::string> lines = TextInput(options.input, settings, from).Lines(to);
 
     using namespace std::string_view_literals;
     const std::string_view lineEnd = to == TextFormat::Utf16 ? "\r\0\n\0"sv : "\r\n"sv;
@@ -52,7 +51,8 @@ Action PrepareConvert(CLI::App& parser, const Settings& settings) {
     parser.add_option("--to", options->to, "The output's format; no mark is written")
         ->required()
         ->check(known);
-    parser.add_option("-o,--output", options->output, "Write there, when the content differs");
+    parser.add_option("-o,--output", options->output, "Write there, when the content differs")
+        ->type_name("OUTPUT");
     parser.add_option("INPUT", options->input, "A text file; standard input when missing or -");
     parser.footer(
         "utf16 has its low byte first. Every line of the output ends with CR LF.\n"

@@ -31,13 +31,16 @@ void Define(SSymbolTable& symbols, const std::string& definition) {
     const SString value{assign == std::string::npos
                             ? std::string_view()
                             : std::string_view(definition).substr(assign + 1)};
-    if (value.IsDigit(0)) symbols.AddSymbol(name, static_cast<long>(value), DefinitionCategory);
-    else symbols.AddSymbol(name, value, DefinitionCategory);
+    if (value.IsDigit(0))
+        symbols.AddSymbol(name, static_cast<long>(value), DefinitionCategory);
+    else
+        symbols.AddSymbol(name, value, DefinitionCategory);
 }
 
 int Preprocess(const PreprocessOptions& options, const Settings& settings) {
     SSymbolTable symbols;
-    for (const std::string& definition : options.definitions) Define(symbols, definition);
+    for (const std::string& definition : options.definitions)
+        Define(symbols, definition);
 
     const SString text{std::string_view(TextInput(options.input, settings).AnsiText())};
     SPreprocessor preprocessor(options.directive.front());
@@ -69,7 +72,8 @@ Action PreparePreprocess(CLI::App& parser, const Settings& settings) {
         ->allow_extra_args(false)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->check(CLI::Validator(HasName, ""));
-    parser.add_option("-o,--output", options->output, "Write there, when the content differs");
+    parser.add_option("-o,--output", options->output, "Write there, when the content differs")
+        ->type_name("OUTPUT");
     parser.add_option("INPUT", options->input, "A text file; standard input when missing or -");
     parser.footer(
         "Directives: define NAME VALUE, undef NAME, ifdef NAME, ifndef NAME, else, endif,\n"

@@ -26,10 +26,14 @@ int Sort(const SortOptions& options, const Settings& settings) {
         table.Add(SString(std::string_view(line)));
 
     const int ascending = !options.descending;
-    if (options.numbered && options.noCase) table.SortNumberedNoCase(ascending);
-    else if (options.numbered) table.SortNumbered(ascending);
-    else if (options.noCase) table.SortNoCase(ascending);
-    else table.Sort(ascending);
+    if (options.numbered && options.noCase)
+        table.SortNumberedNoCase(ascending);
+    else if (options.numbered)
+        table.SortNumbered(ascending);
+    else if (options.noCase)
+        table.SortNoCase(ascending);
+    else
+        table.Sort(ascending);
 
     Output output("");
     for (const SString& line : table) {

@@ -42,12 +42,15 @@ Action PrepareVersion(CLI::App&, const Settings&) {
 Action PrepareHelp(CLI::App& parser, const Settings&) {
     auto topic = std::make_shared<std::string>();
     std::vector<std::string> names;
-    for (const Command& command : Table) names.emplace_back(command.name);
-    parser.add_option("COMMAND", *topic, "The command to explain")
-        ->check(CLI::IsMember(names));
+    for (const Command& command : Table)
+        names.emplace_back(command.name);
+    parser.add_option("COMMAND", *topic, "The command to explain")->check(CLI::IsMember(names));
     return [&parser, topic] {
         CLI::App& program = *parser.get_parent();
-        return Print(topic->empty() ? program.help() : program.get_subcommand(*topic)->help("brcore8"));
+        if (!topic->empty()) return Print(program.get_subcommand(*topic)->help("brcore8"));
+        // The program's own help() would give way to that of the command in use, this one.
+        return Print(program.get_formatter()->make_help(&program, program.get_name(),
+                                                        CLI::AppFormatMode::Normal));
     };
 }
 

@@ -55,8 +55,10 @@ bool IsLowSurrogate(char16_t unit) {
 // The index of the first surrogate without its partner; npos when there is none.
 std::size_t FindLoneSurrogate(std::u16string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (IsHighSurrogate(text[i]) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) ++i;
-        else if (IsHighSurrogate(text[i]) || IsLowSurrogate(text[i])) return i;
+        if (IsHighSurrogate(text[i]) && i + 1 < text.size() && IsLowSurrogate(text[i + 1]))
+            ++i;
+        else if (IsHighSurrogate(text[i]) || IsLowSurrogate(text[i]))
+            return i;
     }
     return std::u16string_view::npos;
 }
@@ -78,8 +80,7 @@ std::u16string DecodeUtf16(const std::string& name, std::string_view bytes, bool
 std::u16string DecodeUtf8(const std::string& name, std::string_view bytes) {
     std::size_t malformed = std::string_view::npos;
     std::u16string text = SUtf16FromUtf8(bytes, &malformed);
-    if (malformed != std::string_view::npos)
-        throw Failure{name, SEUTFException(0, 0, 0).GetText()};
+    if (malformed != std::string_view::npos) throw Failure{name, SEUTFException(0, 0, 0).GetText()};
     return text;
 }
 
@@ -109,8 +110,10 @@ std::size_t ByteOfUnit(std::string_view line, SCodePageKind page, std::size_t un
     std::size_t low = 0, high = line.size();
     while (low < high) {
         const std::size_t middle = low + (high - low) / 2;
-        if (SUtf16FromText(line.substr(0, middle), page).size() > unit) high = middle;
-        else low = middle + 1;
+        if (SUtf16FromText(line.substr(0, middle), page).size() > unit)
+            high = middle;
+        else
+            low = middle + 1;
     }
     return low - 1;
 }
@@ -212,7 +215,8 @@ std::vector<std::string> TextInput::Lines(TextFormat as) const {
 std::string TextInput::AnsiText() const {
     if (format_ == TextFormat::Ansi) return ForcedAnsi(bytes_);
     std::string text;
-    for (const std::string& line : Lines(TextFormat::Ansi)) text += line + "\r\n";
+    for (const std::string& line : Lines(TextFormat::Ansi))
+        text += line + "\r\n";
     const bool open = !wide_.empty() && !SIsLineEnd(wide_.back());
     if (open) text.resize(text.size() - 2);
     return text;
