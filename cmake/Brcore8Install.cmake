@@ -15,7 +15,9 @@ install(FILES ${BRCORE8_RUNTIME_DLLS} DESTINATION "${CMAKE_INSTALL_BINDIR}")
 
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/brcore8")
 install(EXPORT brcore8Targets NAMESPACE brcore8:: DESTINATION "${package_folder}"
-    FILE brcore8Config.cmake)
+    FILE brcore8Targets.cmake)
+install(FILES "${PROJECT_SOURCE_DIR}/cmake/brcore8Config.cmake"
+    "${PROJECT_SOURCE_DIR}/cmake/Brcore8Resources.cmake" DESTINATION "${package_folder}")
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/brcore8ConfigVersion.cmake"
     COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/brcore8ConfigVersion.cmake" DESTINATION "${package_folder}")

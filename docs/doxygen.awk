@@ -6,7 +6,7 @@
 
 { text[NR] = $0 }
 
-function is_comment(n) { return n <= NR && text[n] ~ /^ *\/\// && text[n] !~ /^ *\/\/ ----/ }
+function is_comment(n) { return n <= NR && text[n] ~ /^ *\/\// && text[n] !~ /^ *\/\/ ---/ }
 
 function literal(s,    parts, count, i, out) {
     gsub(/[\\@<>#&%"]/, "\\\\&", s)

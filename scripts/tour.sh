@@ -1,53 +1,102 @@
 # shellcheck shell=bash disable=SC2154
 # Sourced by run: the library's typical use on a source tree that every Linux machine with a
 # compiler has. Each file is read, its text format detected, preprocessed with a table of defined
-# symbols, and written only when the result differs from what is there.
+# symbols, and written only where the result differs from what is there.
 
 tour_source=/usr/include/linux
-tour_target=$root/build/tour
+tour_target=$root/build/tour/out
+tour_files=$root/build/tour/files
 
-microseconds() { echo "${EPOCHREALTIME//[!0-9]/}"; }
+milliseconds() { echo $((${EPOCHREALTIME//[!0-9]/} / 1000)); }
 
-# preprocess_all REPORT: one command a file; the report keeps what the commands said.
-preprocess_all() {
-    local file started
-    started=$(microseconds)
-    while read -r file; do
-        mkdir -p "$(dirname "$tour_target/$file")"
-        "$brcore8" preprocess -D __KERNEL__ -D __x86_64__=1 "$tour_source/$file" \
-            -o "$tour_target/$file" 2>>"$1" || true
-    done <"$root/build/tour.files"
-    elapsed=$((($(microseconds) - started) / 1000))
+# timed COMMAND...: leaves the time in elapsed, in milliseconds.
+timed() {
+    local started
+    started=$(milliseconds)
+    "$@"
+    elapsed=$(($(milliseconds) - started))
 }
 
-bytes_in() { (cd "$1" && tr '\n' '\0' <"$root/build/tour.files" | du -bc --files0-from=- 2>/dev/null | tail -n 1 | cut -f 1); }
+# preprocess_all REPORT SYMBOL...: one command a file; the report keeps what the commands said.
+preprocess_all() {
+    local report=$1 file symbol options=()
+    shift
+    for symbol; do options+=(-D "$symbol"); done
+    : >"$report"
+    while read -r file; do
+        "$brcore8" preprocess "${options[@]}" -o "$tour_target/$file" "$tour_source/$file" \
+            2>>"$report" || true
+    done <"$tour_files"
+}
+
+# row WHAT REPORT
+row() {
+    printf '  %-34s %7d %9d %6d %6d ms\n' "$1" "$(grep -c ': written$' "$2" || true)" \
+        "$(grep -c ': unchanged$' "$2" || true)" "$(grep -c '^brcore8: ' "$2" || true)" "$elapsed"
+}
+
+# line_of WHAT RESULT: one of the other commands, its result and its time.
+line_of() { printf '  %-56s %s, %d ms\n' "$1" "$2" "$elapsed"; }
+
+total_bytes() { (cd "$1" && xargs -d '\n' cat <"$tour_files" | wc -c); }
 stamps() { (cd "$tour_target" && find . -type f -printf '%p %T@ %i\n' | sort); }
 
-tour() {
-    local report=$root/build/tour.report elapsed files before
-    rm -rf "$tour_target"
-    (cd "$tour_source" && find . -name '*.h' -printf '%P\n' | sort) >"$root/build/tour.files"
-    files=$(wc -l <"$root/build/tour.files")
-    echo "$("$brcore8" --version): preprocessing $files C headers of $tour_source"
-
-    : >"$report.1"
-    preprocess_all "$report.1"
-    printf '  first time:  %4d written, %4d unchanged, %4d failed in %5d ms\n' \
-        "$(grep -c ': written$' "$report.1")" "$(grep -c ': unchanged$' "$report.1")" \
-        "$(grep -c '^brcore8: ' "$report.1")" "$elapsed"
+tour_preprocess() {
+    local reports=$root/build/tour before unchanged_stamps=no
+    echo
+    printf '  %-34s %7s %9s %6s %9s\n' '' written unchanged failed time
+    timed preprocess_all "$reports/first" __x86_64__=1
+    row "first run" "$reports/first"
     before=$(stamps)
-
-    : >"$report.2"
-    preprocess_all "$report.2"
-    printf '  second time: %4d written, %4d unchanged, %4d failed in %5d ms\n' \
-        "$(grep -c ': written$' "$report.2")" "$(grep -c ': unchanged$' "$report.2")" \
-        "$(grep -c '^brcore8: ' "$report.2")" "$elapsed"
-    if [ "$before" = "$(stamps)" ]; then
-        echo "  no time stamp moved: what depends on these files needs no rebuild"
-    else
-        echo "  time stamps moved although nothing changed"
+    timed preprocess_all "$reports/second" __x86_64__=1
+    row "the same again" "$reports/second"
+    [ "$before" != "$(stamps)" ] || unchanged_stamps=yes
+    timed preprocess_all "$reports/third" __x86_64__=1 __ASSEMBLY__
+    row "with one more symbol, __ASSEMBLY__" "$reports/third"
+    echo
+    if [ "$unchanged_stamps" = no ]; then
+        echo "The second run touched files although nothing had changed." >&2
         return 1
     fi
-    printf '  %d bytes in, %d bytes out\n' "$(bytes_in "$tour_source")" "$(bytes_in "$tour_target")"
-    echo "  results: $tour_target"
+    echo "After the second run every file had its old time stamp and its old inode: what depends on"
+    echo "these files would not be built again. The third run rewrote those that test the symbol."
+    printf 'Text: %d bytes in, %d bytes out.\n' \
+        "$(total_bytes "$tour_source")" "$(total_bytes "$tour_target")"
+    sed -n '/^brcore8: /p' "$reports/first" | head -n 3
+}
+
+tour_other_commands() {
+    local text=$root/build/tour/all.txt sorted=$root/build/tour/sorted.txt
+    local found=$root/build/tour/found.txt wide=$root/build/tour/wide.txt
+    (cd "$tour_source" && xargs -d '\n' cat <"$tour_files") >"$text"
+    echo
+    echo "The other commands on all of that text at once ($(wc -l <"$text") lines):"
+    timed "$brcore8" sort -n "$text" >"$sorted"
+    line_of "sort -n" "$(wc -l <"$sorted") lines in numeric-aware order"
+    timed "$brcore8" match '#define*0x*' "$text" >"$found"
+    line_of "match '#define*0x*'" "$(wc -l <"$found") lines match"
+    timed "$brcore8" convert --from utf8 --to utf16 -o "$wide" "$text" 2>/dev/null
+    line_of "convert --from utf8 --to utf16" "$(wc -c <"$wide") bytes"
+    timed "$brcore8" classes >"$found"
+    line_of "classes" "$(wc -l <"$found") classes of the library"
+}
+
+tour() {
+    local elapsed
+    rm -rf "$root/build/tour"
+    mkdir -p "$tour_target"
+    (cd "$tour_source" && find . -name '*.h' -printf '%P\n' | LC_ALL=C sort) >"$tour_files"
+    (cd "$tour_source" && find . -type d -printf '%P\n') |
+        while read -r folder; do mkdir -p "$tour_target/$folder"; done
+
+    echo "$("$brcore8" --version) preprocesses the $(wc -l <"$tour_files") C headers of $tour_source."
+    echo "Each is read, its text format detected, its regions kept or dropped by the symbols that are"
+    echo "defined, and the result written, but only where it differs from what is there already."
+    tour_preprocess
+    tour_other_commands
+    echo
+    echo "Results: $tour_target"
+    echo "Go on with:  ./run help"
+    echo "             ./run preprocess -D __ASSEMBLY__ $tour_source/types.h"
+    echo "             ./test"
 }

@@ -119,11 +119,20 @@ void brcore8::FormatExceptionText(char (&buffer)[kExceptionTextSize], const char
                   static_cast<int>(line), text);
 }
 
+constinit brcore8::ErrorBox brcore8::g_showErrorBox = [](const char* text, const char* caption,
+                                                         unsigned style) {
+    MessageBoxA(nullptr, text, caption, style);
+};
+
 int SExceptionDialog(const char* file, long line, const char* text) noexcept {
     if (g_dialogSuppressed.load(std::memory_order_relaxed) != 0) return 0;
-    char buffer[brcore8::kExceptionTextSize];
-    brcore8::FormatExceptionText(buffer, file, line, text);
-    MessageBoxA(nullptr, buffer, "Unexpected exception", kErrorIcon);
+    try {
+        char buffer[brcore8::kExceptionTextSize];
+        brcore8::FormatExceptionText(buffer, file, line, text);
+        brcore8::g_showErrorBox(buffer, "Unexpected exception", kErrorIcon);
+    } catch (...) {
+        // Whoever reports a failure can do nothing about another one.
+    }
     return 1;
 }
 

@@ -6,7 +6,8 @@
 
 namespace brcore8 {
 
-// Whether the installed filter, if any, lets an allocation of `size` bytes pass.
+// Whether an allocation of `size` bytes is possible at all and the installed filter, if any, lets
+// it pass.
 bool MayAllocate(std::size_t size);
 
 }  // namespace brcore8

@@ -47,7 +47,7 @@ SClassInfo* UnlinkBehind(SClassInfo* leaving, SClassInfo* successor) noexcept {
     for (ChainWalk walk(g_pClassInfo); walk.Current() != nullptr; walk.Advance()) {
         last = walk.Current();
         if (last->next == leaving) {
-            last->next = successor;
+            last->next = last != successor ? successor : nullptr;
             if (predecessor == nullptr) predecessor = last;
         }
     }

@@ -4,6 +4,7 @@
 #include "core/memory.h"
 
 #include <atomic>
+#include <cstdint>
 #include <cstdlib>
 
 namespace brcore8 {
@@ -55,6 +56,8 @@ void ThrowUTFException(int first, int second, int third) {
 }
 
 bool MayAllocate(std::size_t size) {
+    // No object is larger; some heaps end the process when asked for it.
+    if (size > PTRDIFF_MAX) return false;
     const AllocationFilter filter = g_filter.load(std::memory_order_acquire);
     return filter == nullptr || filter(size);
 }

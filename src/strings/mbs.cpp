@@ -1,5 +1,6 @@
 #include "strings/mbs.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -39,6 +40,39 @@ int CompareCharacters(const CodePage& page, const char* left, const char* right,
     return 0;
 }
 
+std::size_t Length(const char* text, std::size_t limit) noexcept {
+    const void* end = std::memchr(text, 0, limit);
+    return end ? static_cast<std::size_t>(static_cast<const char*>(end) - text) : limit;
+}
+
+// Up to n bytes: how many are equal before a difference or the first terminator. Looks ahead in
+// growing steps, so that texts that differ early cost little.
+std::size_t EqualBytes(const char* left, const char* right, std::size_t n) noexcept {
+    std::size_t i = 0;
+    for (std::size_t step = 32; i < n; step = std::min<std::size_t>(2 * step, 4096)) {
+        const std::size_t want = std::min(step, n - i);
+        const std::size_t have = std::min(Length(left + i, want), Length(right + i, want));
+        const std::size_t stop = i + have;
+        for (std::uint64_t l, r; stop - i >= sizeof l; i += sizeof l) {
+            std::memcpy(&l, left + i, sizeof l);
+            std::memcpy(&r, right + i, sizeof r);
+            if (l != r) break;
+        }
+        while (i < stop && left[i] == right[i])
+            ++i;
+        if (i < stop || have < want) break;
+    }
+    return i;
+}
+
+// Only the character in which the first differing byte lies decides.
+int CompareExact(const CodePage& page, const char* left, const char* right,
+                 std::size_t n) noexcept {
+    std::size_t i = EqualBytes(left, right, n);
+    if (!IsBoundary(page, left, left + i)) --i;
+    return CompareCharacters(page, left + i, right + i, n - i, [](unsigned code) { return code; });
+}
+
 int CompareFolded(const unsigned char* fold, const char* left, const char* right,
                   std::size_t n) noexcept {
     for (; n > 0; --n, ++left, ++right) {
@@ -53,18 +87,19 @@ int CompareFolded(const unsigned char* fold, const char* left, const char* right
 }  // namespace
 
 std::size_t CountBytes(const CodePage& page, const char* text, std::size_t bytes) noexcept {
-    const char* const end = text + bytes;
     std::size_t count = 0;
-    while (text < end) {
-        if (end - text >= 8 && IsPlain8(text)) {
-            text += 8;
+    std::size_t i = 0;
+    while (i + 1 < bytes) {
+        if (bytes - i >= 8 && IsPlain8(text + i)) {
+            i += 8;
             count += 8;
             continue;
         }
-        text += CharBytes(page, text, end);
+        // Without a branch: in mixed text it would be a guess.
+        i += 1u + (unsigned{page.IsLead(Byte(text + i))} & unsigned{text[i + 1] != 0});
         ++count;
     }
-    return count;
+    return count + (i < bytes ? 1 : 0);
 }
 
 const char* Advance(const CodePage& page, const char* p, const char* end, int n) noexcept {
@@ -85,13 +120,13 @@ const char* Advance(const CodePage& page, const char* p, const char* end, int n)
 int Compare(const char* left, const char* right) noexcept {
     const CodePage& page = CodePage::Ansi();
     if (!page.IsDoubleByte()) return Sign(std::strcmp(left, right));
-    return CompareCharacters(page, left, right, SIZE_MAX, [](unsigned code) { return code; });
+    return CompareExact(page, left, right, SIZE_MAX);
 }
 
 int CompareBytes(const char* left, const char* right, std::size_t n) noexcept {
     const CodePage& page = CodePage::Ansi();
     if (!page.IsDoubleByte()) return Sign(std::strncmp(left, right, n));
-    return CompareCharacters(page, left, right, n, [](unsigned code) { return code; });
+    return CompareExact(page, left, right, n);
 }
 
 int CompareNoCase(const char* left, const char* right) noexcept {

@@ -32,6 +32,15 @@ inline const char* Next(const CodePage& page, const char* p) noexcept {
     return *p ? p + CharBytes(page, p) : p;
 }
 
+// Whether a character begins at p, given that one begins at `known`. Every byte before a run of
+// possible lead bytes ends a character, and the run itself pairs up.
+inline bool IsBoundary(const CodePage& page, const char* known, const char* p) noexcept {
+    const char* run = p;
+    while (run > known && page.IsLead(Byte(run - 1)))
+        --run;
+    return (p - run) % 2 == 0;
+}
+
 // lead * 256 + trail, or the byte.
 inline unsigned UnsignedCodeAt(const CodePage& page, const char* p) noexcept {
     return CharBytes(page, p) == 2 ? Byte(p) * 256u + Byte(p + 1) : Byte(p);

@@ -8,16 +8,6 @@
 namespace brcore8::mbs {
 namespace {
 
-// Whether a character begins at p, given that one begins at `known`. Every byte before a run of
-// possible lead bytes ends a character, and the run itself pairs up.
-bool IsBoundary(const CodePage& page, const char* known, const char* p) noexcept {
-    if (*p == 0) return true;
-    const char* run = p;
-    while (run > known && page.IsLead(Byte(run - 1)))
-        --run;
-    return (p - run) % 2 == 0;
-}
-
 struct Pattern {
     const CodePage& page;
     const char* begin;
@@ -73,41 +63,54 @@ bool SearchWithTable(const Pattern& what, const char* text, const char* end,
     return true;
 }
 
-// A lead byte that ends the pattern stands alone, so it only matches one that does, too.
-bool EndsWhole(bool loneLead, const char* p, const char* end) noexcept {
-    return !loneLead || p == end || *p == 0;
+// A zero byte never joins with the lead byte before it.
+bool IsWholeBefore(const CodePage& page, const char* known, const char* p) noexcept {
+    return *p == 0 || IsBoundary(page, known, p);
 }
 
+// A lead byte that ends the pattern stands alone, so it only matches one that does, too.
 bool EndsInLoneLead(const Pattern& what) noexcept {
     return what.page.IsLead(Byte(what.end - 1)) && IsBoundary(what.page, what.begin, what.end - 1);
 }
 
+// The place in the pattern whose byte is rarest at the beginning of the text: looking for that
+// byte leaves the fewest places to compare.
+std::size_t RarestByte(const Pattern& what, const char* text, const char* end) noexcept {
+    constexpr std::ptrdiff_t kSample = 256;
+    if (end - text < 4 * kSample) return 0;
+    unsigned char counts[256] = {};
+    for (const char* p = text; p < text + kSample - 1; ++p)
+        ++counts[Byte(p)];
+    const char* rarest = what.begin;
+    for (const char* p = what.begin; p < what.end && p < what.begin + kSample; ++p)
+        if (counts[Byte(p)] < counts[Byte(rarest)]) rarest = p;
+    return static_cast<std::size_t>(rarest - what.begin);
+}
+
 const char* SearchExact(const Pattern& what, const char* text, const char* end) noexcept {
-    const auto bytes = what.end - what.begin;
+    const auto bytes = static_cast<std::size_t>(what.end - what.begin);
+    if (static_cast<std::size_t>(end - text) < bytes) return nullptr;
     const bool doubleByte = what.page.IsDoubleByte();
     const bool loneLead = doubleByte && EndsInLoneLead(what);
+    const std::size_t rare = RarestByte(what, text, end);
+    const char* const last = end - bytes;  // where the last match could begin
     Effort effort;
     const char* known = text;
-    for (const char* p = text; end - p >= bytes; ++p) {
+    for (const char* p = text; p <= last; ++p) {
         p = static_cast<const char*>(
-            std::memchr(p, Byte(what.begin), static_cast<std::size_t>(end - p - bytes + 1)));
+            std::memchr(p + rare, Byte(what.begin + rare), static_cast<std::size_t>(last - p) + 1));
         if (!p) return nullptr;
-        std::ptrdiff_t same = 1;
+        p -= rare;
+        std::size_t same = 0;
         while (same < bytes && p[same] == what.begin[same])
             ++same;
-        const bool match = same == bytes;
-        if (doubleByte && (match || effort.Exceeds(static_cast<std::size_t>(p - text)))) {
-            const bool boundary = IsBoundary(what.page, known, p);
-            known = boundary ? p : p + 1;
-            if (match && boundary && EndsWhole(loneLead, p + bytes, end)) return p;
-        } else if (match) {
-            return p;
-        }
-        effort.spent += static_cast<std::size_t>(same);
+        const bool boundary = !doubleByte || IsWholeBefore(what.page, known, p);
+        if (same == bytes && boundary && (!loneLead || p + bytes == end || p[bytes] == 0)) return p;
+        known = boundary ? p : p + 1;
+        effort.spent += same + 1;
         if (!effort.Exceeds(static_cast<std::size_t>(p - text))) continue;
-        const char* const from = doubleByte ? known : p;
         const char* found = nullptr;
-        if (SearchWithTable(what, from, end, found)) return found;
+        if (SearchWithTable(what, known, end, found)) return found;
         effort.limited = false;
     }
     return nullptr;
@@ -115,8 +118,13 @@ const char* SearchExact(const Pattern& what, const char* text, const char* end) 
 
 const char* SearchFolded(const Pattern& what, const char* text, const char* end) noexcept {
     const unsigned first = what.Code(what.begin, what.end);
+    const unsigned char* const lower = what.page.LowerBytes();
+    const bool doubleByte = what.page.IsDoubleByte();
     Effort effort;
     for (const char* p = text; p < end;) {
+        while (!doubleByte && p < end && lower[Byte(p)] != first)
+            ++p;
+        if (p == end) break;
         const unsigned code = what.Code(p, end);
         if (code == first) {
             const char* t = p;

@@ -1,6 +1,8 @@
 #include "platform/posix/code_page_decoder.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <new>
 
 namespace brcore8 {
 namespace {
@@ -25,9 +27,9 @@ class SequenceReader {
 public:
     explicit SequenceReader(const char* digits) : digits_(digits) {}
 
-    // Calls store(index, value) for the next `count` values.
+    // Calls store(index, value) for the next `count` values, but not for repetitions of `usual`.
     template <class Store>
-    void Read(std::size_t count, Store store) {
+    void Read(std::size_t count, Store store, int usual = -1) {
         for (std::size_t i = 0; i < count;) {
             if (repeat_ == 0) {
                 const unsigned number = Number();
@@ -40,11 +42,15 @@ public:
                 }
             }
             const std::size_t run = std::min<std::size_t>(repeat_, count - i);
+            repeat_ -= static_cast<unsigned>(run);
+            if (step_ == 0 && last_ == usual) {
+                i += run;
+                continue;
+            }
             for (std::size_t end = i + run; i < end; ++i) {
                 last_ = static_cast<std::uint16_t>(last_ + step_);
                 store(i, last_);
             }
-            repeat_ -= static_cast<unsigned>(run);
         }
     }
 
@@ -64,18 +70,32 @@ private:
     std::uint16_t step_ = 0;
 };
 
+// A table of all units whose usual value is 0, so that the larger part of its memory is never
+// touched. Never freed: a page may be asked for after static objects are gone.
+std::uint16_t* SparseTable() {
+    void* table = std::calloc(kUnits, sizeof(std::uint16_t));
+    if (!table) throw std::bad_alloc();
+    return static_cast<std::uint16_t*>(table);
+}
+
 struct ExpandedCharacters {
-    std::vector<std::uint16_t> lower, upper, types;
-    ExpandedCharacters() : lower(kUnits), upper(kUnits), types(kUnits) {
-        SequenceReader(kCharacterData.lower).Read(kUnits, [this](std::size_t i, unsigned v) {
-            lower[i] = static_cast<std::uint16_t>(i + v);
-        });
-        SequenceReader(kCharacterData.upper).Read(kUnits, [this](std::size_t i, unsigned v) {
-            upper[i] = static_cast<std::uint16_t>(i + v);
-        });
-        SequenceReader(kCharacterData.types).Read(kUnits, [this](std::size_t i, std::uint16_t v) {
-            types[i] = v;
-        });
+    std::uint16_t* const lower = SparseTable();  // minus the unit
+    std::uint16_t* const upper = SparseTable();  // minus the unit
+    std::uint16_t* const types =
+        SparseTable();  // with the bit of letters, which most are, inverted
+
+    ExpandedCharacters() {
+        Expand(kCharacterData.lower, lower, 0);
+        Expand(kCharacterData.upper, upper, 0);
+        Expand(kCharacterData.types, types, kTypeAlpha);
+    }
+
+private:
+    static void Expand(const char* digits, std::uint16_t* table, unsigned usual) {
+        const auto store = [=](std::size_t i, unsigned value) {
+            table[i] = static_cast<std::uint16_t>(value ^ usual);
+        };
+        SequenceReader(digits).Read(kUnits, store, static_cast<int>(usual));
     }
 };
 
@@ -117,26 +137,25 @@ bool DecodeCodePage(unsigned page, CodePageTables& tables) {
     }
     DeriveCodes(result);
     std::uint16_t* codes = result.codes.data();
-    SequenceReader(data->codes).Read(kUnits, [codes](std::size_t i, unsigned v) {
+    const auto add = [codes](std::size_t i, unsigned v) {
         codes[i] = static_cast<std::uint16_t>(codes[i] + v);
-    });
+    };
+    SequenceReader(data->codes).Read(kUnits, add, 0);
     tables = std::move(result);
     return true;
 }
 
 CharacterFacts DecodeCharacterFacts(std::span<const std::uint16_t> units) {
-    // Never freed: a page may be asked for after static objects are gone.
-    static const ExpandedCharacters& all = *new ExpandedCharacters;
+    static const ExpandedCharacters all;
     CharacterFacts facts;
-    const auto pick = [units](const std::vector<std::uint16_t>& table) {
-        std::vector<std::uint16_t> picked(units.size());
-        std::transform(units.begin(), units.end(), picked.begin(),
-                       [&table](std::uint16_t unit) { return table[unit]; });
-        return picked;
-    };
-    facts.lower = pick(all.lower);
-    facts.upper = pick(all.upper);
-    facts.types = pick(all.types);
+    for (auto* each : {&facts.lower, &facts.upper, &facts.types})
+        each->resize(units.size());
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        const unsigned unit = units[i];
+        facts.lower[i] = static_cast<std::uint16_t>(unit + all.lower[unit]);
+        facts.upper[i] = static_cast<std::uint16_t>(unit + all.upper[unit]);
+        facts.types[i] = static_cast<std::uint16_t>(all.types[unit] ^ kTypeAlpha);
+    }
     return facts;
 }
 

@@ -1,0 +1,36 @@
+// Every class descriptor that the library registers: name, base, schema, and whether the class can
+// be created from its descriptor. Classes that tests declare have names that begin with "STest".
+#ifndef BRCORE8_TESTS_CORE_CLASS_TABLE_H
+#define BRCORE8_TESTS_CORE_CLASS_TABLE_H
+
+struct ClassRow {
+    const char* name;
+    const char* base;  // null for the root alone
+    unsigned schema;
+    bool creatable;
+};
+
+inline constexpr ClassRow kLibraryClasses[] = {
+    {"SObject", nullptr, 1, false},
+    // Streams.
+    {"SInputStream", "SObject", 0, false},
+    {"SInputBuffer", "SInputStream", 0, false},
+    {"SInputFile", "SInputStream", 0, false},
+    {"SInputFilterStream", "SInputStream", 0, false},
+    {"SSeekableInputANSIFile", "SInputStream", 0, false},
+    {"SInputGlobal", "SInputBuffer", 0, false},
+    {"SInputBufferStream", "SInputFilterStream", 0, false},
+    {"SInputPushbackStream", "SInputFilterStream", 0, false},
+    {"SInputMultiFormat", "SInputPushbackStream", 0, false},
+    {"SInputForcedANSIStream", "SInputMultiFormat", 0, false},
+    {"SInputStringStream", "SInputMultiFormat", 0, false},
+    {"SOutputStream", "SObject", 0, false},
+    {"SOutputFile", "SOutputStream", 0, false},
+    {"SOutputFileOnChange", "SOutputStream", 0, false},
+    {"SOutputFilterStream", "SOutputStream", 0, false},
+    {"SOutputGlobal", "SOutputStream", 0, false},
+    {"SOutputBufferStream", "SOutputFilterStream", 0, false},
+    {"SOutputStringStream", "SOutputFilterStream", 0, false},
+};
+
+#endif

@@ -1,0 +1,227 @@
+#include <brcore8/core/object.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+class STestShape : public SObject {
+    SDECLARE_CREATABLE(STestShape);
+    STestShape() = default;
+    int sides = 3;
+};
+SIMPLEMENT_CREATABLE(STestShape, SObject, 2);
+
+class STestSquare : public STestShape {
+    SDECLARE_CLASS(STestSquare);
+};
+SIMPLEMENT_CLASS(STestSquare, STestShape, 3);
+
+class STestOther : public SObject {
+    SDECLARE_CLASS(STestOther);
+};
+SIMPLEMENT_CLASS(STestOther, SObject, 0);
+
+// Overrides nothing, so it passes for its base.
+class STestPlain : public STestSquare {};
+
+TEST(Object, TypeTests) {
+    const STestShape shape;
+    const STestSquare square;
+    const STestPlain plain;
+    const STestOther other;
+    SClassInfo twin("STestShape", 2, sizeof(STestShape), &SObject::m_SObject, nullptr);
+    const struct {
+        const char* name;
+        const SObject& object;
+        const SClassInfo* info;
+        int isA, isDerivedFrom;
+    } rows[] = {
+        {"own descriptor", shape, &STestShape::m_STestShape, 1, 0},
+        {"direct base", square, &STestShape::m_STestShape, 0, 1},
+        {"root", square, &SObject::m_SObject, 0, 1},
+        {"descendant", shape, &STestSquare::m_STestSquare, 0, 0},
+        {"sibling", other, &STestShape::m_STestShape, 0, 0},
+        {"class without a descriptor", plain, &STestSquare::m_STestSquare, 1, 0},
+        {"same name, other descriptor", shape, &twin, 0, 0},
+        {"null", square, nullptr, 0, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(row.object.IsA(row.info), row.isA);
+        EXPECT_EQ(row.object.IsDerivedFrom(row.info), row.isDerivedFrom);
+        EXPECT_EQ(row.object.IsKindOf(row.info), row.isA | row.isDerivedFrom);
+        EXPECT_EQ(row.object.IsKindOf(&SObject::m_SObject), 1);
+        EXPECT_EQ(SObject::m_SObject.IsDerivedFrom(row.info), 0);
+        EXPECT_NE(row.object.AssertValid(), 0);
+    }
+}
+
+TEST(Object, DescriptorsSayWhatTheMacrosWereTold) {
+    const SClassInfo& info = STestSquare::m_STestSquare;
+    EXPECT_STREQ(info.className, "STestSquare");
+    EXPECT_EQ(info.schema, 3u);
+    EXPECT_EQ(info.objectSize, sizeof(STestSquare));
+    EXPECT_EQ(info.base, &STestShape::m_STestShape);
+    EXPECT_EQ(info.factory, nullptr);
+    EXPECT_EQ(info.CreateObject(), nullptr);
+
+    const std::unique_ptr<SObject> made(STestShape::m_STestShape.CreateObject());
+    ASSERT_NE(made, nullptr);
+    EXPECT_EQ(made->GetClassInfo(), &STestShape::m_STestShape);
+    const std::unique_ptr<STestShape> typed(STestShape::CreateObject());
+    EXPECT_EQ(typed->sides, 3);
+}
+
+TEST(Object, ValidationHooksSayYes) {
+    EXPECT_EQ(SAssertValidObject(static_cast<const SObject*>(nullptr), __FILE__, __LINE__), 1);
+    EXPECT_EQ(SAssertValidObject(static_cast<const SCOMObject*>(nullptr), __FILE__, __LINE__), 1);
+    EXPECT_EQ(SAssertValidInterface(nullptr, __FILE__, __LINE__), 1);
+}
+
+// --- The chain ------------------------------------------------------------------------------
+
+// The names of the chain's descriptors behind `start`, which must be bounded.
+std::string After(const SClassInfo* start) {
+    std::string names;
+    int steps = 0;
+    for (const SClassInfo* info = start->next; info != nullptr && ++steps < 50; info = info->next)
+        names += info->className + std::string(" ");
+    return names;
+}
+
+SClassInfo* Tail() {
+    SClassInfo* tail = g_pClassInfo;
+    while (tail->next != nullptr)
+        tail = tail->next;
+    return tail;
+}
+
+struct Named : SClassInfo {
+    explicit Named(const char* name) : SClassInfo(name, 0, 4, nullptr, nullptr) {}
+};
+
+TEST(ClassChain, LosesDescriptorsInAnyOrder) {
+    const struct {
+        const char* name;
+        int order[3];  // which of A, B, C goes
+        const char* left[2];
+    } rows[] = {
+        {"last first", {2, 1, 0}, {"A B ", "A "}},   {"first first", {0, 1, 2}, {"B C ", "C "}},
+        {"middle first", {1, 0, 2}, {"A C ", "C "}}, {"middle, last", {1, 2, 0}, {"A C ", "A "}},
+        {"first, last", {0, 2, 1}, {"B C ", "B "}},
+    };
+    const SClassInfo* const tail = Tail();
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::optional<Named> infos[3];
+        infos[0].emplace("A");
+        infos[1].emplace("B");
+        infos[2].emplace("C");
+        EXPECT_EQ(After(tail), "A B C ");
+        infos[row.order[0]].reset();
+        EXPECT_EQ(After(tail), row.left[0]);
+        infos[row.order[1]].reset();
+        EXPECT_EQ(After(tail), row.left[1]);
+        {
+            const Named late("D");
+            EXPECT_EQ(After(tail), row.left[1] + std::string("D "));
+        }
+        infos[row.order[2]].reset();
+        EXPECT_EQ(After(tail), "");
+    }
+}
+
+TEST(ClassChain, IsEmptyWithoutDescriptors) {
+    SClassInfo* const libraryFirst = g_pClassInfo;
+    SClassInfo* const libraryTail = Tail();
+    g_pClassInfo = nullptr;
+    {
+        const Named only("A");
+        EXPECT_EQ(g_pClassInfo, &only);
+    }
+    EXPECT_EQ(g_pClassInfo, nullptr);
+    {
+        Named first("B");
+        const Named second("C");
+        EXPECT_EQ(g_pClassInfo, &first);
+        EXPECT_EQ(After(&first), "C ");
+        // Back to the library's chain, whose tail becomes known again when these two leave it.
+        libraryTail->next = &first;
+        g_pClassInfo = libraryFirst;
+    }
+    const Named late("D");
+    EXPECT_EQ(After(libraryTail), "D ");
+}
+
+TEST(ClassChain, CopiesAreNotRegistered) {
+    const SClassInfo* const tail = Tail();
+    Named first("A"), second("B");
+    {
+        const SClassInfo copy(first);
+        EXPECT_STREQ(copy.className, "A");
+        EXPECT_EQ(copy.next, &second);
+        EXPECT_EQ(After(tail), "A B ");
+    }
+    EXPECT_EQ(After(tail), "A B ");
+}
+
+TEST(ClassChain, AssignmentTakesTheLinkToo) {
+    const SClassInfo* const tail = Tail();
+    std::optional<Named> first("A"), second("B"), third("C");
+    static_cast<SClassInfo&>(*first) = *second;
+    EXPECT_EQ(After(tail), "B C ");
+    third.reset();
+    EXPECT_EQ(After(tail), "B ");
+    second.reset();  // no longer in the chain
+    const Named late("D");
+    EXPECT_EQ(After(tail), "B D ");
+}
+
+TEST(ClassChain, RingsEndWhenTheirDescriptorsGo) {
+    const SClassInfo* const tail = Tail();
+    {
+        std::optional<Named> first("A"), second("B");
+        static_cast<SClassInfo&>(*second) = *first;  // leads to itself
+        { const SClassInfo stranger(*first); }
+        second.reset();
+        EXPECT_EQ(After(tail), "A ");
+    }
+    EXPECT_EQ(After(tail), "");
+    {
+        std::optional<Named> a("A"), b("B"), c("C"), d("D");
+        static_cast<SClassInfo&>(*d) = *a;  // B C D B ...
+        c.reset();
+        b.reset();  // two descriptors led to it
+        EXPECT_EQ(After(tail), "A A ");
+    }
+    const Named late("E");
+    EXPECT_EQ(After(tail), "E ");
+}
+
+TEST(ClassChain, LibrariesComeAndGoInThreads) {
+    const SClassInfo* const tail = Tail();
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 8; ++thread) {
+        threads.emplace_back([] {
+            for (int round = 0; round < 200; ++round) {
+                auto first = std::make_unique<Named>("A");
+                auto second = std::make_unique<Named>("B");
+                if (round % 2 != 0) first.reset();
+                second.reset();
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(After(tail), "");
+    const Named late("C");
+    EXPECT_EQ(After(tail), "C ");
+}
+
+}  // namespace
