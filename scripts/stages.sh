@@ -49,8 +49,7 @@ build() { # PRESET [TARGET]...
 run_tests() {
     local dir=build/$1 preset=$1 results name status tests failures skipped
     shift
-    rm -rf "$dir/tests/results"
-    rm -f "$dir/ctest.xml"
+    rm -rf "$dir"/{tests,bin}/results "$dir/ctest.xml"
     "${run_under[@]}" ctest --test-dir "$dir" --output-on-failure --output-junit "$root/$dir/ctest.xml" "$@" \
         >"build/log/$preset-ctest" 2>&1 </dev/null || tail -n 80 "build/log/$preset-ctest"
     if [ ! -s "$dir/ctest.xml" ]; then
@@ -59,6 +58,7 @@ run_tests() {
     fi
     while read -r name status; do
         results=$dir/tests/results/brcore8_${name}_test.xml
+        [ -s "$results" ] || results=$dir/bin/results/brcore8_${name}_test.xml
         case $name in wine_*) [ "$status" != run ] || continue ;; esac
         if [ -s "$results" ]; then
             read -r tests failures skipped < <(count_cases "$results")
