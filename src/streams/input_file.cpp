@@ -51,9 +51,11 @@ void SInputFile::Close() {
 }
 
 void SInputFile::Reset() {
-    if (file_.Stream() != nullptr && std::fsetpos(file_.Stream(), &mark_) != 0) {
+    if (file_.Stream() == nullptr) return;
+    if (std::fsetpos(file_.Stream(), &mark_) != 0) {
         brcore8::ThrowIOException("Can't open for reading");
     }
+    std::clearerr(file_.Stream());  // not every run-time forgets the end by itself
 }
 
 void SInputFile::Mark(unsigned long) {

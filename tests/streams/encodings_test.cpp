@@ -5,6 +5,7 @@
 
 #include "streams/support.h"
 #include "support/failing_allocator.h"
+#include "support/page_scope.h"
 
 #include <vector>
 
@@ -19,20 +20,8 @@ constexpr Format Utf8 = Format::FormatUtf8;
 constexpr char kBadUtf[] = "SEUTFException: Unexpected UTF encoding!";
 constexpr char kHalfUnit[] = "SEEOFException: Unexpected end of file";
 
-// Runs the test's text in a code page and goes back to the one before.
-class CodePage {
-public:
-    explicit CodePage(int page) : before_(_getmbcp()) { EXPECT_EQ(_setmbcp(page), 0); }
-    CodePage(const CodePage&) = delete;
-    CodePage& operator=(const CodePage&) = delete;
-    ~CodePage() { _setmbcp(before_); }
-
-private:
-    int before_;
-};
-
 class EncodingTest : public testing::Test {
-    CodePage page_{1252};
+    PageScope page_{1252};
 };
 
 // ---- Detection --------------------------------------------------------------------------------
@@ -136,7 +125,7 @@ TEST_F(EncodingTest, ForcesAnsiWithUniformLineEnds) {
 }
 
 TEST_F(EncodingTest, ForcedAnsiGivesBothBytesOfACharacter) {
-    const CodePage japanese(932);
+    const PageScope japanese(932);
     EXPECT_EQ(Convert("\xE3\x81\x82\xEF\xBD\xB1", Utf8), "\x82\xA0\xB1");
 }
 
@@ -301,7 +290,7 @@ TEST_F(EncodingTest, WritesEveryFormat) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        const CodePage page(row.page);
+        const PageScope page(row.page);
         Sink sink;
         SOutputStringStream out(sink, row.format);
         out.Write(SString(std::string_view(row.text)));

@@ -73,7 +73,9 @@ TEST(InputFile, ReturnsToItsMark) {
     file.Skip(4);
     file.Mark(1);
     EXPECT_EQ(SReadAll(file), "456789");
+    EXPECT_TRUE(file.IsEOF());
     file.Reset();
+    EXPECT_FALSE(file.IsEOF());
     EXPECT_EQ(SReadAll(file), "456789");
 }
 

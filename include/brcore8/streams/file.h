@@ -15,15 +15,19 @@
 class BRCORE8_API SFile {
 public:
     // Access: bits, or all ones for what is usual: reading for Open, both for Create.
-    static constexpr std::uint32_t UsualAccess = 0xFFFFFFFF;
-    static constexpr std::uint32_t ReadAccess = 0x80000000;
-    static constexpr std::uint32_t WriteAccess = 0x40000000;
+    enum Access : std::uint32_t {
+        ReadAccess = 0x80000000,
+        WriteAccess = 0x40000000,
+        UsualAccess = 0xFFFFFFFF
+    };
     // What others may do with the file meanwhile, where the system enforces it: bits, or 0 for
     // what is usual: they may read.
-    static constexpr std::uint32_t UsualSharing = 0;
-    static constexpr std::uint32_t ShareRead = 1;
-    static constexpr std::uint32_t ShareWrite = 2;
-    static constexpr std::uint32_t ShareDelete = 4;
+    enum Sharing : std::uint32_t {
+        UsualSharing = 0,
+        ShareRead = 1,
+        ShareWrite = 2,
+        ShareDelete = 4
+    };
 
     enum class Origin { Begin, Current, End };
 

@@ -54,7 +54,7 @@ class BRCORE8_API SInputStream : public SObject,
     SDECLARE_CLASS(SInputStream);
 
     // What a block read may return at the end: all bits set.
-    static constexpr unsigned long EndOfData = static_cast<unsigned long>(-1);
+    enum : unsigned long { EndOfData = static_cast<unsigned long>(-1) };
 
     SInputStream(const SInputStream&) = delete;
     SInputStream& operator=(const SInputStream&) = delete;

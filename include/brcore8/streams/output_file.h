@@ -11,9 +11,7 @@ class BRCORE8_API SOutputFile : public SOutputStream {
     SDECLARE_CLASS(SOutputFile);
 
     // Flag words. Every other value means a new or emptied file too.
-    static constexpr int Truncate = 0;
-    static constexpr int TruncateToo = 1;
-    static constexpr int Append = 2;
+    enum Flags : int { Truncate = 0, TruncateToo = 1, Append = 2 };
 
     // Throws SEIOException "Can't open for writing".
     explicit SOutputFile(const SString& path, int flags = Truncate);

@@ -12,7 +12,7 @@ class BRCORE8_API SOutputGlobal : public SOutputStream {
     SDECLARE_CLASS(SOutputGlobal);
 
     // The unit in which the block grows, and its first size.
-    static constexpr unsigned long Unit = 8192;
+    enum : unsigned long { Unit = 8192 };
 
     // Throws SEOutOfMemory.
     SOutputGlobal();

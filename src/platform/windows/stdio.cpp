@@ -10,7 +10,10 @@ std::FILE* OpenStream(const char* path, const char* mode) noexcept {
 }
 
 bool SeekStream(std::FILE* stream, std::int64_t offset, int origin) noexcept {
-    return _fseeki64(stream, offset, origin) == 0;
+    if (_fseeki64(stream, offset, origin) != 0) return false;
+    // Some run-times keep the end-of-file indicator set where the C standard clears it.
+    std::clearerr(stream);
+    return true;
 }
 
 std::int64_t TellStream(std::FILE* stream) noexcept {
