@@ -66,7 +66,16 @@ SString& SString::operator+=(std::string_view text) {
 }
 
 SString& SString::operator+=(char character) {
-    ConcatInPlace(1, &character);
+    SStringData* data = GetData();
+    // The common case of building a text byte by byte.
+    if (data->bytes < data->capacity && data->characters == data->bytes && !IsShared() &&
+        !CodePage::Ansi().IsDoubleByte()) {
+        text_[data->bytes] = character;
+        text_[++data->bytes] = 0;
+        ++data->characters;
+    } else {
+        ConcatInPlace(1, &character);
+    }
     return *this;
 }
 

@@ -6,6 +6,7 @@
 #include <brcore8/core/throw.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <cstring>
 
@@ -86,6 +87,9 @@ struct Conversion {
     bool longDouble = false;
     char letter = 0;
 
+    bool IsPlainDecimal() const {
+        return flags[0] == 0 && width == 0 && precision < 0 && std::strchr("diu", letter);
+    }
     void AddFlag(char flag) {
         if (!std::strchr(flags, flag)) flags[std::strlen(flags)] = flag;
         left = left || flag == '-';
@@ -127,6 +131,8 @@ private:
     void Narrow(const Conversion& conversion, const char* text);
     void Wide(const Conversion& conversion, const unsigned short* text);
     void Character(const Conversion& conversion, bool wide);
+    template <typename Value>
+    void PrintWhole(const Conversion& conversion, Value value);
     template <typename Value>
     void Print(const Conversion& conversion, const char* size, Value value);
 
@@ -286,7 +292,7 @@ void Formatter::Signed(const Conversion& conversion) {
             value = va_arg(arguments_, std::int32_t);
             break;
     }
-    Print(conversion, "ll", value);
+    PrintWhole(conversion, value);
 }
 
 void Formatter::Unsigned(const Conversion& conversion) {
@@ -317,23 +323,32 @@ void Formatter::Unsigned(const Conversion& conversion) {
             value = va_arg(arguments_, std::uint32_t);
             break;
     }
-    Print(conversion, "ll", value);
+    PrintWhole(conversion, value);
+}
+
+template <typename Value>
+void Formatter::PrintWhole(const Conversion& conversion, Value value) {
+    if (!conversion.IsPlainDecimal()) return Print(conversion, "ll", value);
+    constexpr std::size_t kDigits = 20;
+    char* room = output_.Room(kDigits);
+    output_.Grow(static_cast<std::size_t>(std::to_chars(room, room + kDigits, value).ptr - room));
 }
 
 template <typename Value>
 void Formatter::Print(const Conversion& conversion, const char* size, Value value) {
     if (std::max(conversion.width, conversion.precision) > SString::MaxBytes)
         brcore8::ThrowOutOfMemory();
-    char format[48];
-    int end = std::snprintf(format, sizeof(format), "%%%s", conversion.flags);
-    const auto add = [&](const char* what, std::int64_t number) {
-        end += std::snprintf(format + end, sizeof(format) - static_cast<std::size_t>(end), what,
-                             static_cast<int>(number));
-    };
-    if (conversion.width > 0) add("%d", conversion.width);
-    if (conversion.precision >= 0) add(".%d", conversion.precision);
-    std::snprintf(format + end, sizeof(format) - static_cast<std::size_t>(end), "%s%c", size,
-                  conversion.letter);
+    char format[48] = "%";
+    char* end = format + 1;
+    char* const limit = format + sizeof(format);
+    end = std::copy(conversion.flags, std::strchr(conversion.flags, 0), end);
+    if (conversion.width > 0) end = std::to_chars(end, limit, conversion.width).ptr;
+    if (conversion.precision >= 0) {
+        *end++ = '.';
+        end = std::to_chars(end, limit, conversion.precision).ptr;
+    }
+    end = std::copy(size, std::strchr(size, 0), end);
+    *end = conversion.letter;
     int written = std::snprintf(output_.Room(0), output_.Free(), format, value);
     if (written >= 0 && static_cast<std::size_t>(written) >= output_.Free()) {
         char* room = output_.Room(static_cast<std::size_t>(written));

@@ -2,7 +2,6 @@
 #ifndef BRCORE8_TESTS_STRINGS_STRING_FIXTURE_H
 #define BRCORE8_TESTS_STRINGS_STRING_FIXTURE_H
 
-#include <brcore8/strings/multibyte.h>
 #include <brcore8/strings/string.h>
 
 #include <gtest/gtest.h>
@@ -10,17 +9,7 @@
 #include <string>
 #include <string_view>
 
-// Chooses a page for as long as it lives.
-class PageScope {
-public:
-    explicit PageScope(int page) : previous_(_getmbcp()) { EXPECT_EQ(_setmbcp(page), 0) << page; }
-    ~PageScope() { _setmbcp(previous_); }
-    PageScope(const PageScope&) = delete;
-    PageScope& operator=(const PageScope&) = delete;
-
-private:
-    int previous_;
-};
+#include "support/page_scope.h"
 
 // A test that runs once a page.
 class PagedTest : public testing::TestWithParam<int> {

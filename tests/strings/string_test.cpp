@@ -336,6 +336,13 @@ TEST_P(StringTest, RefusesWhatIsTooLong) {
     EXPECT_EQ(text.View(), before.View());
 }
 
+TEST_P(StringTest, TriesOnceMoreWhenMemoryIsShort) {
+    const SString source('a', 5000);
+    FailNthAllocation fail(1);
+    ExpectText(source + "b", std::string(5000, 'a') + "b");
+    EXPECT_TRUE(fail.Triggered());
+}
+
 TEST_P(StringTest, KeepsItsTextWhenMemoryRunsOut) {
     const struct {
         const char* name;
