@@ -341,13 +341,13 @@ void Formatter::Print(const Conversion& conversion, const char* size, Value valu
     char format[48] = "%";
     char* end = format + 1;
     char* const limit = format + sizeof(format);
-    end = std::copy(conversion.flags, std::strchr(conversion.flags, 0), end);
+    end = std::copy_n(conversion.flags, std::strlen(conversion.flags), end);
     if (conversion.width > 0) end = std::to_chars(end, limit, conversion.width).ptr;
     if (conversion.precision >= 0) {
         *end++ = '.';
         end = std::to_chars(end, limit, conversion.precision).ptr;
     }
-    end = std::copy(size, std::strchr(size, 0), end);
+    end = std::copy_n(size, std::strlen(size), end);
     *end = conversion.letter;
     int written = std::snprintf(output_.Room(0), output_.Free(), format, value);
     if (written >= 0 && static_cast<std::size_t>(written) >= output_.Free()) {
