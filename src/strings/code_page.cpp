@@ -142,15 +142,26 @@ const CodePage& CodePage::LoadDefault(std::atomic<const CodePage*>& slot, bool o
     return slot.compare_exchange_strong(expected, page) ? *page : *expected;
 }
 
+// Whether the page has no character for a code. Two codes may share a character; but a pair that
+// gives the unit of an impossible pair, and is not that unit's own code, stands for nothing.
+bool CodePage::IsUndefined(unsigned code) const noexcept {
+    const std::uint16_t unit = WideOf(code);
+    if (codes_[unit] == code) return false;
+    constexpr unsigned ImpossibleTrail = 1;
+    return code < 256 || unit == WideOf((code & 0xFF00) | ImpossibleTrail);
+}
+
 std::size_t CodePage::ToWide(const char* text, std::size_t bytes, std::uint16_t* out,
-                             std::size_t capacity) const noexcept {
+                             std::size_t capacity, Loss* loss) const noexcept {
     if (!out) capacity = 0;
     std::size_t units = 0;
     for (std::size_t i = 0; i < bytes; ++i, ++units) {
+        const std::size_t start = i;
         unsigned code = static_cast<unsigned char>(text[i]);
         if (lead_[code] && i + 1 < bytes && text[i + 1] != 0)
             code = code * 256 + static_cast<unsigned char>(text[++i]);
         if (units < capacity) out[units] = WideOf(code);
+        if (loss && IsUndefined(code) && loss->count++ == 0) loss->first = start;
     }
     return units;
 }

@@ -77,21 +77,22 @@ public:
         return pairs ? pairs->wide[code & 0xFF] : 0;
     }
 
-    // Both conversions return the count that the whole result needs; only whole characters that
-    // fit in `capacity` are written, and nothing when `out` is null. No terminator is added.
-    std::size_t ToWide(const char* text, std::size_t bytes, std::uint16_t* out,
-                       std::size_t capacity) const noexcept;
-
     // What a conversion could not keep: characters that became the default character or a best
-    // fit, and the index in units of the first. A surrogate pair is one such character.
+    // fit, and the index of the first in the text converted. A surrogate pair is one character.
     struct Loss {
         std::size_t count = 0;
         std::size_t first = SIZE_MAX;
     };
+    // Both conversions return the count that the whole result needs; only whole characters that
+    // fit in `capacity` are written, and nothing when `out` is null. No terminator is added.
+    std::size_t ToWide(const char* text, std::size_t bytes, std::uint16_t* out,
+                       std::size_t capacity, Loss* loss = nullptr) const noexcept;
     std::size_t FromWide(const std::uint16_t* text, std::size_t units, char* out,
                          std::size_t capacity, Loss* loss = nullptr) const noexcept;
 
 private:
+    bool IsUndefined(unsigned code) const noexcept;
+
     struct Pairs {  // the characters of one lead byte, by trail byte
         std::uint16_t wide[256];
         std::uint16_t lower[256];

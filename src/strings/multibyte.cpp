@@ -224,10 +224,13 @@ std::string STextFromUtf16(std::u16string_view wide, SConversionLoss* loss,
     brcore8::ThrowOutOfMemory();
 }
 
-std::u16string SUtf16FromText(std::string_view text, SCodePageKind kind) try {
+std::u16string SUtf16FromText(std::string_view text, SConversionLoss* loss,
+                              SCodePageKind kind) try {
     std::u16string wide(text.size(), u'\0');
     auto* units = reinterpret_cast<std::uint16_t*>(wide.data());
-    wide.resize(PageOf(kind).ToWide(text.data(), text.size(), units, wide.size()));
+    CodePage::Loss lost;
+    wide.resize(PageOf(kind).ToWide(text.data(), text.size(), units, wide.size(), &lost));
+    if (loss) *loss = {lost.count, lost.first};
     return wide;
 } catch (const std::exception&) {
     brcore8::ThrowOutOfMemory();

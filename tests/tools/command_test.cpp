@@ -89,6 +89,8 @@ TEST_F(Command, ConvertReencodesLines) {
         {"oem", "convert --from oem --to utf8", "\x82", 0, "\xC3\xA9\r\n"},
         {"oem-page", "convert --oem-code-page 866 --from oem --to utf8", "\x80", 0, "\xD0\x90\r\n"},
         {"double-byte", "convert --code-page 932 --to utf8", "\x82\xA0", 0, "\xE3\x81\x82\r\n"},
+        {"undefined-pair-is-told", "convert --code-page 932 --to utf8", "a\x81\x20", 0,
+         "a\xE3\x83\xBB\r\n", "1 character did not survive, the first at byte 1"},
         {"option-before-the-command", "--code-page=932 convert --to utf8", "\x82\xA0", 0,
          "\xE3\x81\x82\r\n"},
         {"best-fit-is-told", "convert --from utf8 --to ansi", "a\xC4\x80", 0, "aA\r\n",

@@ -9,6 +9,7 @@
 #include <brcore8/strings/multibyte.h>
 #include <brcore8/strings/unicode.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace tool {
@@ -110,7 +111,7 @@ std::size_t ByteOfUnit(std::string_view line, SCodePageKind page, std::size_t un
     std::size_t low = 0, high = line.size();
     while (low < high) {
         const std::size_t middle = low + (high - low) / 2;
-        if (SUtf16FromText(line.substr(0, middle), page).size() > unit)
+        if (SUtf16FromText(line.substr(0, middle), nullptr, page).size() > unit)
             high = middle;
         else
             low = middle + 1;
@@ -168,9 +169,10 @@ public:
 
     std::string FromBytes(std::string_view line, std::size_t offset) {
         if (as_ == input_.format_) return std::string(line);
-        SConversionLoss loss;
+        SConversionLoss undefined, loss;
         const SCodePageKind page = PageOf(input_.format_);
-        std::string out = Encode(SUtf16FromText(line, page), as_, loss);
+        std::string out = Encode(SUtf16FromText(line, &undefined, page), as_, loss);
+        if (undefined.count) Lose(undefined.count, offset + undefined.first);
         if (loss.count) Lose(loss.count, offset + ByteOfUnit(line, page, loss.first));
         return out;
     }
@@ -186,7 +188,7 @@ public:
 
 private:
     void Lose(std::size_t count, std::size_t first) {
-        if (!count_) first_ = first;
+        first_ = count_ ? std::min(first_, first) : first;
         count_ += count;
     }
 

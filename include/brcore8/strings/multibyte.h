@@ -87,8 +87,9 @@ BRCORE8_API char* SUTF82THelper(char* out, const char* utf8, int outSize);
 
 enum class SCodePageKind { Ansi, Oem };
 
-// Characters that became a best fit or the default character, as the platform chooses them; a
-// surrogate pair is one. `first` is the index of the first one's unit, npos when all survived.
+// Characters that became a best fit or the default character, as the platform chooses them, or
+// that the page does not have at all; a surrogate pair is one. `first` is where the first stands
+// in the text converted, in units or bytes; npos when all survived.
 struct SConversionLoss {
     std::size_t count = 0;
     std::size_t first = std::u16string_view::npos;
@@ -98,7 +99,7 @@ struct SConversionLoss {
 // any other. Throw SEOutOfMemory.
 BRCORE8_API std::string STextFromUtf16(std::u16string_view wide, SConversionLoss* loss = nullptr,
                                        SCodePageKind kind = SCodePageKind::Ansi);
-BRCORE8_API std::u16string SUtf16FromText(std::string_view text,
+BRCORE8_API std::u16string SUtf16FromText(std::string_view text, SConversionLoss* loss = nullptr,
                                           SCodePageKind kind = SCodePageKind::Ansi);
 
 #endif
