@@ -14,6 +14,8 @@
 #include <brcore8/core/module.h>
 #include <brcore8/core/object.h>
 #include <brcore8/core/throw.h>
+#include <brcore8/core/version.h>
+#include <brcore8/platform/console.h>
 #include <brcore8/platform/export.h>
 #include <brcore8/platform/light_lock.h>
 #include <brcore8/platform/resources.h>

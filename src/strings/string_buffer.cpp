@@ -85,12 +85,6 @@ void SStringBuffer::Clear() noexcept {
     if (!IsEmpty()) SetLength(0);
 }
 
-int SStringBuffer::Length() const noexcept {
-    const SStringData* const data = GetData();
-    if (data->characters != 0 || data->bytes == 0) return data->characters;
-    return mbs::Count(CodePage::Ansi(), text_, static_cast<std::size_t>(data->bytes));
-}
-
 SStringBuffer& SStringBuffer::Assign(std::string_view text) {
     if (text.empty()) {
         Clear();

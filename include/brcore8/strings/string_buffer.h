@@ -2,8 +2,7 @@
 //
 // Its buffer grows by a factor, so that an append costs constant time on average, and stays its
 // own: converting to SString hands out a right-sized copy. It is an SString and may be passed as
-// one; appending leaves the characters uncounted, though, so what works with character indices
-// (Left, Mid, GetAt, ...) wants the converted string.
+// one; appending leaves its characters uncounted, so that Length counts them at every call.
 // Threads: one buffer serves one thread at a time.
 // Errors: SEOutOfMemory when there is no memory or the text would exceed MaxBytes; the text is
 // then what it was before.
@@ -89,8 +88,6 @@ public:
 
     // ---- Read ---------------------------------------------------------------------------------
 
-    // Characters; counted at every call while appends have left them uncounted.
-    int Length() const noexcept;
     // The text as a right-sized string of its own, its characters counted. The same as
     // constructing an SString from this buffer, which is what a conversion compiles to; a template
     // because compilers warn of a plain conversion function to a base class.
