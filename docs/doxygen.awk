@@ -2,6 +2,7 @@
 # - The comment at the top is the file's, and that of a class which has none; one in a class or namespace is for the declarations that
 #   follow it without a blank line; one inside a function's body is nobody's.
 # - A specialisation of a standard template is for the compiler alone.
+# - A remark behind a declaration is that declaration's, with the lines right below it.
 # - Lines indented by four are an example; `this` is code; everything else is literal.
 
 { text[NR] = $0 }
@@ -56,7 +57,7 @@ function follow(s,    i, c) {
 # The last line of the declarations that a comment ending before `n` speaks for, when they are
 # several of one column; otherwise 0.
 function group_end(n,    column, count, start) {
-    if (text[n] ~ /(^| )(class|struct|union|enum|namespace|extern|template) /) return 0
+    if (text[n] ~ /^ *}|(^| )(class|struct|union|enum|namespace|extern|template) /) return 0
     match(text[n], /^ */)
     column = RLENGTH
     for (start = n; n <= NR; ++n) {
@@ -70,6 +71,11 @@ function group_end(n,    column, count, start) {
 
 END {
     for (n = 1; n <= NR; ++n) {
+        if (remark && index(text[n], "//") == remark && is_comment(n)) {
+            print "///<" literal(substr(text[n], remark + 2))
+            continue
+        }
+        remark = 0
         if (is_comment(n) && !body) {
             for (last = n; is_comment(last + 1); ++last) {}
             if (n == 1) {
@@ -90,8 +96,10 @@ END {
             print_comment(1, contract, "")
         follow(line)
         if (line ~ /^ *\/\//) line = ""
-        if (match(line, /[;,{}] +\/\/ /))
+        if (match(line, /[;,{}] +\/\/ /)) {
+            remark = RSTART + RLENGTH - 3
             line = substr(line, 1, RSTART) " ///< " literal(substr(line, RSTART + RLENGTH))
+        }
         print line
         if (hidden && line ~ /^};/) { print "/// @endcond"; hidden = 0 }
         if (n == closing) { print "/// @}"; closing = 0 }
