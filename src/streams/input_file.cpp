@@ -17,10 +17,9 @@ SInputFile::SInputFile(const SString& path, SProgressIndicatorEx* progress)
 SInputFile::~SInputFile() = default;
 
 int SInputFile::Read() {
-    unsigned char byte;
-    const std::size_t read = file_.Read(&byte, 1);
-    file_.Tick(static_cast<unsigned long>(read));
-    return read != 0 ? byte : -1;
+    const int byte = file_.Read();
+    file_.Tick(byte != -1);
+    return byte;
 }
 
 unsigned long SInputFile::Read(void* buffer, unsigned long count) {

@@ -6,6 +6,8 @@
 #include "streams/clamp.h"
 #include "streams/file_filter.h"
 
+static_assert(EOF == -1, "the end of input of the C library is ours");
+
 namespace brcore8 {
 
 InputFileHolder::InputFileHolder(const char* path)
@@ -29,6 +31,13 @@ std::size_t InputFileHolder::Read(void* buffer, std::size_t count) {
         MayUseFile(FileOperation::Read, nullptr) ? std::fread(buffer, 1, count, stream_) : 0;
     if (read < count && !std::feof(stream_)) ThrowIOException("Can't open for reading");
     return read;
+}
+
+int InputFileHolder::Read() {
+    if (stream_ == nullptr) return -1;
+    const int byte = MayUseFile(FileOperation::Read, nullptr) ? std::getc(stream_) : EOF;
+    if (byte == EOF && !std::feof(stream_)) ThrowIOException("Can't open for reading");
+    return byte;
 }
 
 int InputFileHolder::IsEOF() const noexcept {
@@ -79,8 +88,7 @@ bool InputFileHolder::SeekTo(std::uint64_t position) noexcept {
            SeekStream(stream_, static_cast<std::int64_t>(position), SEEK_SET);
 }
 
-void InputFileHolder::Tick(unsigned long count) {
-    if (progress_ == nullptr) return;
+void InputFileHolder::Report(unsigned long count) {
     if (step_ != 0) {
         const std::uint64_t counted = std::uint64_t{counter_} + count;
         counter_ = static_cast<unsigned long>(counted % step_);

@@ -32,6 +32,7 @@ public:
     std::FILE* Stream() const noexcept { return stream_; }
     // Bytes read, fewer than `count` only at the end of the file.
     std::size_t Read(void* buffer, std::size_t count);
+    int Read();  // the next byte, or -1 at the end
     int IsEOF() const noexcept;
     // From the present position to the end; 0 where the file cannot seek.
     std::uint64_t Remaining() noexcept;
@@ -41,11 +42,14 @@ public:
     std::int64_t Advance(unsigned long count) noexcept;
     bool SeekTo(std::uint64_t position) noexcept;
     // Counts `count` bytes more as read and reports when a step is full.
-    void Tick(unsigned long count);
+    void Tick(unsigned long count) {
+        if (progress_ != nullptr) Report(count);
+    }
     void Close() noexcept;
 
 private:
     explicit InputFileHolder(const char* path);
+    void Report(unsigned long count);
     std::int64_t Size() noexcept;  // -1 where the file cannot seek
     void MeetEnd() noexcept;
 
