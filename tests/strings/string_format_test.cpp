@@ -1,6 +1,7 @@
 #include <brcore8/strings/string.h>
 
 #include <brcore8/core/exception.h>
+#include <brcore8/platform/resources.h>
 
 #include <gtest/gtest.h>
 
@@ -133,7 +134,7 @@ TEST_P(StringFormat, LongAndSelfReferring) {
     EXPECT_THROW(Formatted("%.2147483647d", 1), SEOutOfMemory);
 }
 
-// The library's own resources: 115 is "brgrid8.dll".
+// The library's own: 115 is "brgrid8.dll". This program's: texts as long as their identifiers say.
 TEST_P(StringFormat, Resources) {
     const char* id = reinterpret_cast<const char*>(std::uintptr_t{115});
     ExpectText(SString(id), "brgrid8.dll");
@@ -142,6 +143,11 @@ TEST_P(StringFormat, Resources) {
     EXPECT_EQ(text.LoadString(115), 1);
     text.Format(115u);
     ExpectText(text, "brgrid8.dll");
+    for (const int length : {300, 509, 510, 511, 512, 513, 514, 515, 1000}) {
+        EXPECT_EQ(text.LoadString(static_cast<unsigned>(length), SThisModule()), 1);
+        EXPECT_EQ(text.Length(), length);
+        EXPECT_TRUE(text.AssertValid());
+    }
     EXPECT_EQ(text.LoadString(0x1234), 0);
     ExpectText(text, "");
     ExpectText(SString(reinterpret_cast<const char*>(std::uintptr_t{0x1234})), "");
