@@ -55,7 +55,7 @@ class BRCORE8_API SInputMultiFormat : public SInputPushbackStream,
     Format GetFormat() const noexcept { return format_; }
 
 protected:
-    static constexpr unsigned EndOfText = 0xFFFF;
+    enum : unsigned { EndOfText = 0xFFFF };
     bool IsUnicode() const noexcept { return format_ >= FormatUtf16; }
 
     // The next UTF-16 unit of UTF-16 text, else the next character of UTF-8 (up to three bytes),

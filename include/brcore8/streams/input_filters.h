@@ -60,7 +60,7 @@ class BRCORE8_API SInputBufferStream : public SInputFilterStream {
     int MarkSupported() override;  // 1
 
 private:
-    static constexpr unsigned long NoMark = EndOfData;
+    enum : unsigned long { NoMark = EndOfData };
     void Fill();
     void MakeRoom();
 

@@ -60,7 +60,7 @@ public:
     class parts_iterator;
 
     // The longest text, in bytes: header, text and terminator stay below 2^31.
-    static constexpr std::int32_t MaxBytes = 0x7FFFFFFF - 17;
+    enum : std::int32_t { MaxBytes = 0x7FFFFFFF - 17 };
 
     // ---- Create -------------------------------------------------------------------------------
 

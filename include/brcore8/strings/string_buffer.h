@@ -20,7 +20,7 @@
 
 class BRCORE8_API SStringBuffer : public SString {
 public:
-    static constexpr std::uint32_t DefaultInitialSize = 0x40000;
+    enum : std::uint32_t { DefaultInitialSize = 0x40000 };
 
     // ---- Create -------------------------------------------------------------------------------
 

@@ -32,7 +32,7 @@ struct SDelimitedToken {
 class BRCORE8_API SStringTokenizer {
 public:
     // What NextTokenParam returns for every token that is not registered.
-    static constexpr long NoId = -1;
+    enum : long { NoId = -1 };
 
     // ---- Text and sets ------------------------------------------------------------------------
 

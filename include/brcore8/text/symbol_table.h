@@ -85,7 +85,7 @@ using SSymbolCategory = STreeMap<SString, SSTItem, SSymbolOrder>;
 class BRCORE8_API SSymbolTable : public STreeMap<long, SSymbolCategory> {
 public:
     // Where RetrieveSymbol and RemoveSymbol take it, every category.
-    static constexpr long AllCategories = -2;
+    enum : long { AllCategories = -2 };
 
     SSymbolTable() = default;
 
