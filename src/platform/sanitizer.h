@@ -25,9 +25,17 @@ inline void PoisonMemory(void* start, std::size_t size) noexcept {
 inline void UnpoisonMemory(void* start, std::size_t size) noexcept {
     __asan_unpoison_memory_region(start, size);
 }
+inline bool IsPoisoned(const void* address) noexcept {
+    return __asan_address_is_poisoned(address) != 0;
+}
+constexpr bool kPoisons = true;
 #else
 inline void PoisonMemory(void*, std::size_t) noexcept {}
 inline void UnpoisonMemory(void*, std::size_t) noexcept {}
+inline bool IsPoisoned(const void*) noexcept {
+    return false;
+}
+constexpr bool kPoisons = false;
 #endif
 
 }  // namespace brcore8

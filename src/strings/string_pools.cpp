@@ -8,6 +8,7 @@
 #include <bit>
 
 #include "core/never_destroyed.h"
+#include "core/pool_access.h"
 
 namespace brcore8::string_pools {
 namespace {
@@ -42,7 +43,7 @@ struct Unload {
 SStringData* TakeOnce(std::int64_t bytes) {
     if (bytes <= kLargestPooled) {
         const int index = Index(static_cast<std::int32_t>(bytes));
-        auto* data = static_cast<SStringData*>(pools[index].object.Alloc());
+        auto* data = static_cast<SStringData*>(PoolAccess::Alloc(pools[index].object));
         data->capacity = Capacity(index);
         return data;
     }
@@ -70,7 +71,7 @@ void Give(SStringData* data) noexcept {
     if (data->capacity > kLargestPooled)
         brcore8::Release(data);
     else
-        pools[Index(data->capacity)].object.Free(data);
+        PoolAccess::Free(pools[Index(data->capacity)].object, data);
 }
 
 void FreeUnused() noexcept {
