@@ -70,7 +70,7 @@ public:
     long FreeAll() noexcept;
 
     // Gives back the chunks none of whose blocks is in use and returns how many there were.
-    // Needs no memory; n free blocks cost n log n at most.
+    // Needs no memory; the cost grows with the number of free blocks.
     long FreeUnused() noexcept;
 
     // The bytes of a block, after rounding.
