@@ -2,9 +2,47 @@
 
 #include <brcore8/core/throw.h>
 
+#include "containers/visit_pass.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <utility>
+
+// ---- Visits under way -------------------------------------------------------------------------
+
+namespace brcore8 {
+
+namespace {
+
+constinit thread_local VisitPass* t_innermost = nullptr;
+
+}  // namespace
+
+constinit std::atomic<int> VisitPass::underWay_{0};
+
+VisitPass::VisitPass() noexcept : outer_(t_innermost) {
+    t_innermost = this;
+    underWay_.fetch_add(1, std::memory_order_relaxed);
+}
+
+VisitPass::~VisitPass() {
+    underWay_.fetch_sub(1, std::memory_order_relaxed);
+    t_innermost = outer_;
+}
+
+void VisitPass::PassOver(const SDListItem* item) noexcept {
+    for (VisitPass* pass = t_innermost; pass != nullptr; pass = pass->outer_) {
+        if (pass->next == item) pass->next = item->GetNext();
+    }
+}
+
+void VisitPass::EndBelow(const SDListItem* item) noexcept {
+    for (VisitPass* pass = t_innermost; pass != nullptr; pass = pass->outer_) {
+        if (pass->above == item) pass->next = pass->above = nullptr;
+    }
+}
+
+}  // namespace brcore8
 
 namespace {
 
@@ -53,6 +91,7 @@ void SDList::LinkBefore(SDListItem* item, SDListItem* next) {
 
 SDListItem* SDList::Unlink(SDListItem* item) {
     if (item == nullptr || head_ == nullptr) return nullptr;
+    brcore8::VisitPass::OnUnlink(item);
     (item->previous_ != nullptr ? item->previous_->next_ : head_) = item->next_;
     (item->next_ != nullptr ? item->next_->previous_ : tail_) = item->previous_;
     item->next_ = nullptr;
@@ -124,7 +163,7 @@ SDListItem* SDList::DetachAtTail() {
 }
 
 SDListItem* SDList::DetachAt(long index) {
-    return Unlink(Reach(index));
+    return index >= 0 ? Unlink(Reach(index)) : nullptr;
 }
 
 void SDList::DeleteAtHead() {
@@ -146,7 +185,16 @@ void SDList::ForEach(Visitor visit) {
     ForEach([visit](SDListItem* item) { return visit(item); });
 }
 
+void SDList::VisitWith(AnyVisitor visit, void* context) {
+    brcore8::VisitPass pass;
+    for (SDListItem* item = head_; item != nullptr; item = pass.next) {
+        pass.next = item->next_;
+        if (visit(context, item) == 0) return;
+    }
+}
+
 void SDList::Sort(Comparison compare) {
+    if (compare == nullptr) return;
     Sort([compare](SDListItem* left, SDListItem* right) { return compare(left, right); });
 }
 

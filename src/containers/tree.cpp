@@ -1,29 +1,28 @@
 #include <brcore8/containers/tree.h>
 
+#include "containers/visit_pass.h"
+
 #include <utility>
 
 // ---- STreeItem --------------------------------------------------------------------------------
 
-// Descendants are destroyed without recursion: the outermost item deletes its children in a loop,
-// and each of them, when its turn has come to destroy its own children, hands these over to the
-// front of the outermost item's list instead. An item being deleted so is in no list: its next
-// link leads to the outermost item and its previous link, as a mark, to itself.
+// Descendants are destroyed without recursion: the outermost item, marked by a previous link that
+// leads to itself, deletes its first child until it has none, and each of them, when its turn has
+// come to destroy its own children, hands these over to the front of the outermost item's list
+// instead. So a derived destructor finds its item linked among those that are yet to go.
 STreeItem::~STreeItem() {
-    if (previous_ == this) {
-        auto* outermost = static_cast<STreeItem*>(next_);
+    brcore8::VisitPass::OnDestroy(this);
+    STreeItem* const above = std::exchange(parent_, nullptr);
+    if (above != nullptr) above->children_.Detach(this);
+    if (above != nullptr && above->previous_ == above) {
         for (SDListItem* child = children_.GetHead(); child != nullptr; child = child->GetNext())
-            static_cast<STreeItem*>(child)->parent_ = outermost;
-        outermost->children_.TakeAtHead(children_);
+            static_cast<STreeItem*>(child)->parent_ = above;
+        above->children_.TakeAtHead(children_);
         return;
     }
-    if (parent_ != nullptr) parent_->children_.Detach(this);
-    while (SDListItem* head = children_.DetachAtHead()) {
-        auto* child = static_cast<STreeItem*>(head);
-        child->parent_ = nullptr;
-        child->next_ = this;
-        child->previous_ = child;
+    previous_ = this;
+    while (SDListItem* child = children_.GetHead())
         delete child;
-    }
 }
 
 namespace {
@@ -292,14 +291,13 @@ void STree::ForEach(Visitor visit, std::intptr_t data) {
 
     if (root_ == nullptr || visit == nullptr) return;
     const STreeItem* const root = root_;
+    brcore8::VisitPass pass;
     for (STreeItem* item = Deepest(root_); item != nullptr;) {
         // The item may be gone after the call.
-        STreeItem* sibling = item == root ? nullptr : AsTree(item->GetNext());
-        STreeItem* next = item == root         ? nullptr
-                          : sibling != nullptr ? Deepest(sibling)
-                                               : item->parent_;
+        pass.next = item == root ? nullptr : item->GetNext();
+        pass.above = item == root ? nullptr : item->parent_;
         if (visit(this, item, data) == 0 || root_ != root) return;
-        item = next;
+        item = pass.next != nullptr ? Deepest(AsTree(pass.next)) : AsTree(pass.above);
     }
 }
 

@@ -70,6 +70,9 @@ TEST_F(DListTest, ChangesOrderAndOwnership) {
         {"delete-head", "ABC", [](Letters& l) { l.DeleteAtHead(); }, "BC", "A"},
         {"delete-tail", "ABC", [](Letters& l) { l.DeleteAtTail(); }, "AB", "C"},
         {"delete-at-past-end", "ABC", [](Letters& l) { l.DeleteAt(9); }, "AB", "C"},
+        {"delete-at-negative", "AB", [](Letters& l) { l.DeleteAt(-1); }, "AB", ""},
+        {"add-at-negative", "AB", [](Letters& l) { l.AddAt(X(), -1); }, "AxB", ""},
+        {"sort-null", "BA", [](Letters& l) { l.Sort(SDList::Comparison()); }, "BA", ""},
         {"delete-empty", "", [](Letters& l) { l.DeleteAt(0), l.DeleteAtHead(); }, "", ""},
         {"swap-ends", "ABC", [](Letters& l) { l.Swap(0, 2); }, "CBA", ""},
         {"swap-neighbours", "ABCD", [](Letters& l) { l.Swap(1, 2); }, "ACBD", ""},
@@ -136,16 +139,50 @@ TEST_F(DListTest, DestructorsMayUseTheList) {
     EXPECT_EQ("GGGGG", Item::deaths);
 }
 
-TEST_F(DListTest, ForEachStopsAndSurvivesItsItems) {
+// What the function does when it is called with C.
+TEST_F(DListTest, ForEachSurvivesWhatItsFunctionDoes) {
+    struct Row {
+        const char* name;
+        int (*act)(Letters&, SDListItem*);
+        const char* seen;
+        const char* after;
+    };
+    const Row rows[] = {
+        {"stop", [](Letters&, SDListItem*) { return 0; }, "ABC", "ABCDE"},
+        {"delete-it", [](Letters& l, SDListItem* i) { return l.Delete(i), 1; }, "ABCDE", "ABDE"},
+        {"delete-both-neighbours",
+         [](Letters& l, SDListItem* i) { return l.DeleteBefore(i), l.DeleteAfter(i), 1; }, "ABCE",
+         "ACE"},
+        {"delete-it-and-the-next",
+         [](Letters& l, SDListItem* i) { return l.DeleteAfter(i), l.Delete(i), 1; }, "ABCE", "ABE"},
+        {"delete-all", [](Letters& l, SDListItem*) { return l.Done(), 1; }, "ABC", ""},
+        {"delete-all-behind",
+         [](Letters& l, SDListItem*) { return l.DeleteAtTail(), l.DeleteAtTail(), 1; }, "ABC",
+         "ABC"},
+        {"delete-the-next-of-an-outer-visit",
+         [](Letters& l, SDListItem*) {
+             l.ForEach([&](SDListItem* i) { return At(i) != 'D' || (l.Delete(i), 1); });
+             return 1;
+         },
+         "ABCE", "ABCE"},
+        {"throw", [](Letters&, SDListItem*) -> int { throw std::runtime_error("visit"); }, "ABC",
+         "ABCDE"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Letters list("ABCDE");
+        std::string seen;
+        try {
+            list.ForEach([&](SDListItem* item) {
+                seen += At(item);
+                return At(item) == 'C' ? row.act(list, item) : 1;
+            });
+        } catch (const std::runtime_error&) {
+        }
+        EXPECT_EQ(row.seen, seen);
+        EXPECT_EQ(row.after, TextOf(list));
+    }
     Letters list("ABCD");
-    std::string seen;
-    list.ForEach([&](SDListItem* item) {
-        seen += At(item);
-        if (seen == "A") list.Delete(item);
-        return seen != "ABC";
-    });
-    EXPECT_EQ("ABC", seen);
-    EXPECT_EQ("BCD", TextOf(list));
     static int calls;
     calls = 0;
     SDList::Visitor stopAtSecond = [](SDListItem*) BRCORE8_STDCALL -> int { return ++calls < 2; };

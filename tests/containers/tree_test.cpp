@@ -169,6 +169,30 @@ TEST_F(TreeTest, DeletesEachItemOnceInTheStatedOrder) {
     }
 }
 
+// A destructor finds its item linked among those yet to go, and may end some of them.
+TEST_F(TreeTest, DestructorsMayUseTheTree) {
+    struct Greedy : Item {
+        Greedy(STree& tree, char letter) : Item(letter), tree_(tree) {}
+        ~Greedy() override {
+            SDListItem* previous = GetPrevious();
+            SDListItem* next = GetNext();
+            EXPECT_TRUE(previous == nullptr || previous->GetNext() == this);
+            EXPECT_TRUE(next == nullptr || next->GetPrevious() == this);
+            if (Get() == 'A') tree_.DeleteAfter(this);
+            if (Get() == 'C') delete GetParent()->GetChildren().GetTail();
+        }
+        STree& tree_;
+    };
+    STree tree;
+    tree.Init(new Greedy(tree, 'R'), 1);
+    for (char letter : {'A', 'B', 'E'})
+        tree.InsertChildAtTail(tree.GetRoot(), new Greedy(tree, letter));
+    for (char letter : {'C', 'D'})
+        tree.InsertChildAtTail(tree.GetChildAtHead(tree.GetRoot()), new Greedy(tree, letter));
+    tree.DeleteItem(nullptr, STree::Root);
+    EXPECT_EQ("RBAECD", Item::deaths);
+}
+
 TEST_F(TreeTest, FlagZeroLeavesTheOldRootToTheCaller) {
     Letters tree("R(AB)");
     STreeItem* oldRoot = tree.GetRoot();
@@ -238,6 +262,27 @@ TEST_F(TreeTest, ForEachVisitsChildrenFirstAndSurvivesItsItems) {
              return 1;
          },
          "CDABR", "R"},
+        {"delete-sibling",
+         [](STree* t, STreeItem* i, std::intptr_t) BRCORE8_STDCALL -> int {
+             seen += At(i);
+             if (At(i) == 'C') t->DeleteAfter(i);
+             return 1;
+         },
+         "CABR", "R(A(C)B)"},
+        {"delete-parent",
+         [](STree* t, STreeItem* i, std::intptr_t) BRCORE8_STDCALL -> int {
+             seen += At(i);
+             if (At(i) == 'C') t->DeleteChildAtHead(t->GetRoot());
+             return 1;
+         },
+         "C", "R(B)"},
+        {"insert-at-both-ends",
+         [](STree* t, STreeItem* i, std::intptr_t) BRCORE8_STDCALL -> int {
+             seen += At(i);
+             if (At(i) == 'D') t->InsertAtHead(i, X()), t->InsertAtTail(i, X());
+             return 1;
+         },
+         "CDABR", "R(A(xCDx)B)"},
         {"delete-root",
          [](STree* t, STreeItem* i, std::intptr_t) BRCORE8_STDCALL -> int {
              seen += At(i);

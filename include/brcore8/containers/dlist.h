@@ -77,7 +77,8 @@ public:
     void AddAtHead(SDListItem* item);
     void AddAtTail(SDListItem* item);
     // Links the item *after* the one at the index (so index 0 makes it the second item), or after
-    // the tail when the index lies past it. On an empty list it becomes the only item.
+    // the tail when the index lies past it; a negative index counts as 0. On an empty list it
+    // becomes the only item.
     void AddAt(SDListItem* item, long index);
 
     // ---- Detach: unlinks the item and hands it to the caller ----------------------------------
@@ -85,7 +86,7 @@ public:
     // Null on an empty list.
     SDListItem* DetachAtHead();
     SDListItem* DetachAtTail();
-    // An index past the end detaches the tail, a negative one the head; null on an empty list.
+    // An index past the end detaches the tail; null on an empty list and for a negative index.
     SDListItem* DetachAt(long index);
 
     // ---- Delete: detaches the item as above and deletes it ------------------------------------
@@ -96,8 +97,9 @@ public:
 
     // ---- Visit and reorder --------------------------------------------------------------------
 
-    // Calls the function on each item from the head until it returns 0. It may detach or delete
-    // the item it is called with, and no other that follows.
+    // Calls the function on each item from the head until it returns 0. It may add, detach and
+    // delete any item, or end the list: what has left before its turn is not visited, and the visit
+    // goes on with the item that was the next one of the current item, or with the one after that.
     void ForEach(Visitor visit);
     template <class F>
     requires std::is_invocable_r_v<int, F&, SDListItem*>
@@ -105,7 +107,8 @@ public:
 
     // Sorts with n log n comparisons; equal items keep their order. Any comparison ends, however
     // inconsistent; one that throws leaves the list as it was. It must not change the list.
-    // Throws SEOutOfMemory without two pointers an item of scratch memory.
+    // Throws SEOutOfMemory without two pointers an item of scratch memory. A null comparison
+    // does nothing.
     void Sort(Comparison compare);
     template <class F>
     requires std::is_invocable_r_v<int, F&, SDListItem*, SDListItem*>
@@ -129,7 +132,9 @@ private:
     friend class STreeItem;
     friend class SDListIterator;
 
+    using AnyVisitor = int (*)(void* context, SDListItem* item);
     using AnyComparison = int (*)(void* context, SDListItem* left, SDListItem* right);
+    void VisitWith(AnyVisitor visit, void* context);
     void SortWith(AnyComparison compare, void* context);
     // Moves every item of the other list, in order, in front of this list's.
     void TakeAtHead(SDList& other);
@@ -201,10 +206,12 @@ static_assert(sizeof(void*) != 4 || sizeof(SDListIterator) == 12);
 template <class F>
 requires std::is_invocable_r_v<int, F&, SDListItem*>
 void SDList::ForEach(F&& visit) {
-    for (SDListItem *item = head_, *next; item != nullptr; item = next) {
-        next = item->next_;
-        if (visit(item) == 0) return;
-    }
+    auto* callable = std::addressof(visit);
+    VisitWith(
+        [](void* context, SDListItem* item) -> int {
+            return (**static_cast<decltype(callable)*>(context))(item);
+        },
+        &callable);
 }
 
 template <class F>

@@ -142,8 +142,9 @@ public:
     // ---- Visit --------------------------------------------------------------------------------
 
     // Visits all items, each after its children, children in order, until the function returns 0.
-    // The function may detach or delete the item it is called with; replacing or deleting the root
-    // ends the visit. What the function throws passes through.
+    // The function may insert, detach and delete items and start another visit. What has left
+    // before its turn is not visited; deleting an item above the current one, or replacing the
+    // root, ends the visit. It must not end the tree. What the function throws passes through.
     void ForEach(Visitor visit, std::intptr_t data);
 
     // Non-zero when the invariants above hold. Linear.
