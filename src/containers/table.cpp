@@ -170,6 +170,7 @@ void __STable::GrowForOne() {
 }
 
 void* __STable::NewAt(int index) {
+    if (index < 0 || index > count_) brcore8::ThrowException("Table index out of range");
     if (count_ == capacity_) GrowForOne();
     if (index < count_) {
         int moved = 0;

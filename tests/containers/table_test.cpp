@@ -100,6 +100,21 @@ TYPED_TEST(TableTest, GrowsAsStated) {
     EXPECT_EQ(27, table.GetCount());
 }
 
+TYPED_TEST(TableTest, RefusesToInsertBeyondItsEnds) {
+    STable<TypeParam> table = Make<TypeParam>(4);
+    for (int index : {-1, 5, INT_MIN, INT_MAX}) {
+        SCOPED_TRACE(index);
+        try {
+            table.Insert(index, table[0]);
+            FAIL() << "nothing was thrown";
+        } catch (const SException& error) {
+            EXPECT_STREQ("Table index out of range", error.GetText());
+        }
+    }
+    EXPECT_EQ("ABCD", TextOf(table));
+    EXPECT_EQ(4, table.GetCapacity());
+}
+
 TYPED_TEST(TableTest, NoMemoryLeavesTheTableAsItWas) {
     const STable<TypeParam> source = Make<TypeParam>(4);
     STable<TypeParam> table = source;

@@ -2,7 +2,8 @@
 // that programs use.
 //
 // A block of equally sized elements addressed by index. The table owns its elements. Indices are
-// not checked: they must lie within 0 .. count - 1 (where something is inserted, 0 .. count).
+// not checked: they must lie within 0 .. count - 1. Only where something is inserted, an index
+// outside 0 .. count throws SException "Table index out of range".
 // Threads: one at a time. Any operation that adds may move the elements.
 // Errors: SEOutOfMemory when the heap refuses, or when a block would exceed 2^31 - 1 bytes. What
 // throws while it adds, grows or copies leaves the table as it was.
