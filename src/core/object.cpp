@@ -13,16 +13,17 @@ namespace {
 constinit SClassInfo* g_tail = nullptr;
 constinit brcore8::LightLock g_registryLock;
 
-// Follows `next` and ends even where assignments have closed the chain to a ring: a mark is put
-// down at ever longer intervals, and meeting it again means that everything was seen.
-class ChainWalk {
+// Follows one of the links and ends even where assignments have closed them to a ring: a mark is
+// put down at ever longer intervals, and meeting it again means that everything was seen.
+template <SClassInfo* SClassInfo::*Link>
+class Walk {
 public:
-    explicit ChainWalk(SClassInfo* first) noexcept : current_(first), mark_(first) {}
+    explicit Walk(SClassInfo* first) noexcept : current_(first), mark_(first) {}
 
     SClassInfo* Current() const noexcept { return current_; }
 
     void Advance() noexcept {
-        current_ = current_->next;
+        current_ = current_->*Link;
         if (current_ == mark_) {
             current_ = nullptr;
         } else if (++steps_ == interval_) {
@@ -44,7 +45,7 @@ private:
 SClassInfo* UnlinkBehind(SClassInfo* leaving, SClassInfo* successor) noexcept {
     SClassInfo* predecessor = nullptr;
     SClassInfo* last = nullptr;
-    for (ChainWalk walk(g_pClassInfo); walk.Current() != nullptr; walk.Advance()) {
+    for (Walk<&SClassInfo::next> walk(g_pClassInfo); walk.Current() != nullptr; walk.Advance()) {
         last = walk.Current();
         if (last->next == leaving) {
             last->next = last != successor ? successor : nullptr;
@@ -99,8 +100,8 @@ SObject* SClassInfo::CreateObject() const {
 }
 
 int SClassInfo::IsDerivedFrom(const SClassInfo* other) const noexcept {
-    for (const SClassInfo* info = base; info != nullptr; info = info->base) {
-        if (info == other) return 1;
+    for (Walk<&SClassInfo::base> walk(base); walk.Current() != nullptr; walk.Advance()) {
+        if (walk.Current() == other) return 1;
     }
     return 0;
 }

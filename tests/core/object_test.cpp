@@ -204,6 +204,18 @@ TEST(ClassChain, RingsEndWhenTheirDescriptorsGo) {
     EXPECT_EQ(After(tail), "E ");
 }
 
+TEST(ClassChain, BasesThatFormARingAreWalkedOnce) {
+    SClassInfo top("Top", 0, 4, nullptr, nullptr), middle("Middle", 0, 4, &top, nullptr),
+        bottom("Bottom", 0, 4, &middle, nullptr), low("Low", 0, 4, &bottom, nullptr);
+    top = bottom;  // whose base is middle, whose base is top
+    for (const SClassInfo* info : {&top, &middle, &bottom, &low}) {
+        EXPECT_EQ(info->IsDerivedFrom(&top), 1);
+        EXPECT_EQ(info->IsDerivedFrom(&middle), 1);
+        EXPECT_EQ(info->IsDerivedFrom(&SObject::m_SObject), 0);
+        EXPECT_EQ(info->IsDerivedFrom(nullptr), 0);
+    }
+}
+
 TEST(ClassChain, LibrariesComeAndGoInThreads) {
     const SClassInfo* const tail = Tail();
     std::vector<std::thread> threads;

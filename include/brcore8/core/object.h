@@ -32,7 +32,8 @@ struct BRCORE8_API SClassInfo {
     virtual ~SClassInfo();
 
     // Copies take all six fields, `next` included, and register nothing. Assigning to a registered
-    // descriptor therefore rewires the chain behind it.
+    // descriptor therefore rewires the chain behind it, to a ring perhaps; only the library's own
+    // walks end there.
     SClassInfo(const SClassInfo& other) noexcept;
     SClassInfo& operator=(const SClassInfo& other) noexcept;
 
