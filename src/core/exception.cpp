@@ -21,6 +21,7 @@ constexpr unsigned kErrorIcon = 16;
 constinit brcore8::LightLock g_textLock;
 
 constinit std::atomic<int> g_dialogSuppressed{1};
+constinit thread_local bool t_boxOpen = false;
 
 }  // namespace
 
@@ -125,7 +126,8 @@ constinit brcore8::ErrorBox brcore8::g_showErrorBox = [](const char* text, const
 };
 
 int SExceptionDialog(const char* file, long line, const char* text) noexcept {
-    if (g_dialogSuppressed.load(std::memory_order_relaxed) != 0) return 0;
+    if (g_dialogSuppressed.load(std::memory_order_relaxed) != 0 || t_boxOpen) return 0;
+    t_boxOpen = true;
     try {
         char buffer[brcore8::kExceptionTextSize];
         brcore8::FormatExceptionText(buffer, file, line, text);
@@ -133,6 +135,7 @@ int SExceptionDialog(const char* file, long line, const char* text) noexcept {
     } catch (...) {
         // Whoever reports a failure can do nothing about another one.
     }
+    t_boxOpen = false;
     return 1;
 }
 

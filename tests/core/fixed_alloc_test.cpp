@@ -63,6 +63,7 @@ TEST(FixedAlloc, RoundsBlocksUp) {
         {"nothing", 0, kWord},
         {"less than a pointer", 1, kWord},
         {"a pointer", kWord, kWord},
+        {"not a multiple", 7, 8},
         {"a multiple", 24, 24},
         {"string blocks of 16", 36, kWord == 8 ? 40 : 36},
         {"string blocks of 2048", 2068, kWord == 8 ? 2072 : 2068},

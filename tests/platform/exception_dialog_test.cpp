@@ -56,8 +56,20 @@ TEST_F(ExceptionDialogText, NamesPositionAndText) {
     EXPECT_EQ(g_shown, endless.substr(0, 1023));
 }
 
+TEST_F(ExceptionDialogText, OpensNoBoxOverAnother) {
+    g_shown.clear();
+    Show([](const char* text, const char*, unsigned) {
+        g_shown += text;
+        EXPECT_EQ(SExceptionDialog("paint.cpp", 2, "Bad"), 0);
+    });
+    for (int round = 0; round < 2; ++round)
+        EXPECT_EQ(SExceptionDialog("a.cpp", 1, "Bad"), 1);
+    EXPECT_EQ(g_shown, "a.cpp (1) : Bada.cpp (1) : Bad");
+}
+
 TEST_F(ExceptionDialogText, SurvivesABoxThatFails) {
     Show([](const char*, const char*, unsigned) { throw SEOutOfMemory(); });
+    EXPECT_EQ(SExceptionDialog("a.cpp", 1, "Bad"), 1);
     EXPECT_EQ(SExceptionDialog("a.cpp", 1, "Bad"), 1);
 }
 

@@ -168,8 +168,9 @@ static_assert(sizeof(void*) != 4 || sizeof(SEUTFException) == 20);
 
 // Shows an error box that names a source position, unless showing is switched off, as it is when
 // the library is loaded. Null stands for "Unexpected exception!". Returns 1 when the box was shown
-// (or should have been and something failed), 0 when showing is off. Without a user interface the
-// same text goes to standard error. At most 1,023 bytes are shown.
+// (or should have been and something failed), 0 when showing is off or a box of this thread is
+// still open (a window that fails whenever it is painted would open one over the other). Without a
+// user interface the same text goes to standard error. At most 1,023 bytes are shown.
 extern "C" BRCORE8_API int SExceptionDialog(const char* file, long line, const char* text) noexcept;
 
 // Switches showing on (non-zero) or off and returns 1 when it was on before, else 0.

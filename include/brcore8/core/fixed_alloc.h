@@ -32,9 +32,9 @@ struct SFixedAllocStats {
 //     pool.Free(block);
 class BRCORE8_API SFixedAlloc : public SIdleConsumer {
 public:
-    // Blocks of `blockSize` bytes (raised to a pointer's size, and where a pointer has 8 bytes to
-    // a multiple of it), `blocksPerChunk` at a time (at least 1). `name` is for diagnostics and
-    // may be null. Registers with `list` unless that is null. Throws SEOutOfMemory.
+    // Blocks of `blockSize` bytes (raised to a multiple of a pointer's size, so that every block is
+    // aligned for one), `blocksPerChunk` at a time (at least 1). `name` is for diagnostics and may
+    // be null. Registers with `list` unless that is null; throws SEOutOfMemory when that fails.
     constexpr SFixedAlloc(std::uint32_t blockSize, std::uint32_t blocksPerChunk, const char* name,
                           SIdleConsumerList* list)
         : SIdleConsumer(list),
@@ -90,9 +90,8 @@ private:
 
     // A size too near the end of its type stays as it is; no heap has such a chunk.
     static constexpr std::uint32_t RoundUp(std::uint32_t size) {
-        constexpr std::uint32_t kWord = sizeof(void*);
-        constexpr std::uint32_t kMask = kWord == 8 ? kWord - 1 : 0;
-        if (size < kWord) return kWord;
+        constexpr std::uint32_t kMask = sizeof(void*) - 1;
+        if (size == 0) return sizeof(void*);
         return size > ~kMask ? ~kMask : (size + kMask) & ~kMask;
     }
 
