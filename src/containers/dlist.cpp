@@ -30,9 +30,10 @@ VisitPass::~VisitPass() {
     t_innermost = outer_;
 }
 
-void VisitPass::PassOver(const SDListItem* item) noexcept {
+void VisitPass::PassOver(const SDList& list, const SDListItem* item) noexcept {
     for (VisitPass* pass = t_innermost; pass != nullptr; pass = pass->outer_) {
         if (pass->next == item) pass->next = item->GetNext();
+        if (pass->whole == &list) pass->whole = nullptr;
     }
 }
 
@@ -91,7 +92,7 @@ void SDList::LinkBefore(SDListItem* item, SDListItem* next) {
 
 SDListItem* SDList::Unlink(SDListItem* item) {
     if (item == nullptr || head_ == nullptr) return nullptr;
-    brcore8::VisitPass::OnUnlink(item);
+    brcore8::VisitPass::OnUnlink(*this, item);
     (item->previous_ != nullptr ? item->previous_->next_ : head_) = item->next_;
     (item->next_ != nullptr ? item->next_->previous_ : tail_) = item->previous_;
     item->next_ = nullptr;
@@ -199,11 +200,14 @@ void SDList::Sort(Comparison compare) {
 }
 
 // Merges runs of doubling length over an array of pointers and links the items only at the end, so
-// that a comparison that throws finds and leaves the list whole.
+// that a comparison that throws finds and leaves the list whole. One that changes the list is not
+// called again: what it was called with may be gone.
 void SDList::SortWith(AnyComparison compare, void* context) {
     if (count_ < 2) return;
-    const auto order = [=](SDListItem* left, SDListItem* right) {
-        return compare(context, left, right);
+    brcore8::VisitPass pass;
+    pass.whole = this;
+    const auto order = [&pass, compare, context](SDListItem* left, SDListItem* right) {
+        return pass.whole != nullptr ? compare(context, left, right) : 0;
     };
     const auto count = static_cast<std::size_t>(count_);
     const Scratch scratch(2 * count);
@@ -220,6 +224,7 @@ void SDList::SortWith(AnyComparison compare, void* context) {
         }
         std::swap(from, to);
     }
+    if (pass.whole == nullptr || static_cast<std::size_t>(count_) != count) return;
     head_ = tail_ = nullptr;
     count_ = 0;
     for (std::size_t i = 0; i < count; ++i)
@@ -328,9 +333,8 @@ SDListItem* SDListIterator::Skip(long n) {
 void SDListIterator::DeleteCurrent() {
     if (current_ == nullptr) return;
     const long index = index_;
-    Next();
-    SDListItem* after = current_ != nullptr ? current_->next_ : nullptr;
-    SDListItem* gone = list_->DetachAt(index);
-    if (gone == current_) current_ = after;
-    delete gone;
+    brcore8::VisitPass pass;
+    pass.next = Next();
+    list_->DeleteAt(index);
+    current_ = pass.next;
 }

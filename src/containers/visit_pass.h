@@ -17,12 +17,13 @@ public:
     VisitPass(const VisitPass&) = delete;
     VisitPass& operator=(const VisitPass&) = delete;
 
-    SDListItem* next = nullptr;   // the sibling to go on with; null when there is none
-    SDListItem* above = nullptr;  // in a tree, the parent, which follows its last child
+    SDListItem* next = nullptr;     // the sibling to go on with; null when there is none
+    SDListItem* above = nullptr;    // in a tree, the parent, which follows its last child
+    const SDList* whole = nullptr;  // a list to be watched; null as soon as any item has left it
 
-    // An item of a list is about to leave it.
-    static void OnUnlink(const SDListItem* item) noexcept {
-        if (underWay_.load(std::memory_order_relaxed) != 0) PassOver(item);
+    // An item is about to leave the list.
+    static void OnUnlink(const SDList& list, const SDListItem* item) noexcept {
+        if (underWay_.load(std::memory_order_relaxed) != 0) PassOver(list, item);
     }
     // An item of a tree is about to end, with its children: nothing there can be gone on with.
     static void OnDestroy(const SDListItem* item) noexcept {
@@ -30,7 +31,7 @@ public:
     }
 
 private:
-    static void PassOver(const SDListItem* item) noexcept;
+    static void PassOver(const SDList& list, const SDListItem* item) noexcept;
     static void EndBelow(const SDListItem* item) noexcept;
 
     VisitPass* outer_;

@@ -137,6 +137,11 @@ TEST_F(DListTest, DestructorsMayUseTheList) {
         list.AddAtTail(new Greedy(list));
     list.Done();
     EXPECT_EQ("GGGGG", Item::deaths);
+    for (int i = 0; i < 2; ++i)
+        list.AddAtTail(new Greedy(list));
+    SDListIterator cursor(&list, 0);
+    cursor.DeleteCurrent();
+    EXPECT_EQ(nullptr, cursor.GetCurrent());
 }
 
 // What the function does when it is called with C.
@@ -235,6 +240,34 @@ TEST_F(DListTest, SortSurvivesHostileComparisons) {
         }
         std::sort(text.begin(), text.end());
         EXPECT_EQ("ABCDEFGHIJ", text);
+    }
+}
+
+// What the comparison does when it is called for the fifth time.
+TEST_F(DListTest, SortEndsWhenItsComparisonChangesTheList) {
+    struct Row {
+        const char* name;
+        void (*act)(Letters&);
+        const char* after;
+    };
+    const Row rows[] = {
+        {"nothing", [](Letters&) {}, "ABCDE"},
+        {"uses-another-list", [](Letters&) { Letters("XY").DeleteAtHead(); }, "ABCDE"},
+        {"delete", [](Letters& l) { l.DeleteAtHead(), l.DeleteAtTail(); }, "DCB"},
+        {"delete-all", [](Letters& l) { l.Done(); }, ""},
+        {"delete-and-add", [](Letters& l) { l.DeleteAtHead(), l.AddAtHead(X()); }, "xDCBA"},
+        {"add", [](Letters& l) { l.AddAtHead(X()); }, "xEDCBA"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Letters list("EDCBA");
+        int calls = 0;
+        list.Sort([&](SDListItem* a, SDListItem* b) {
+            const int order = At(a) - At(b);
+            if (++calls == 5) row.act(list);
+            return order;
+        });
+        EXPECT_EQ(row.after, TextOf(list));
     }
 }
 

@@ -106,7 +106,8 @@ public:
     void ForEach(F&& visit);
 
     // Sorts with n log n comparisons; equal items keep their order. Any comparison ends, however
-    // inconsistent; one that throws leaves the list as it was. It must not change the list.
+    // inconsistent; one that throws leaves the list as it was. One that adds or takes out items, or
+    // ends the list, ends the sort, and the order is as the comparison left it.
     // Throws SEOutOfMemory without two pointers an item of scratch memory. A null comparison
     // does nothing.
     void Sort(Comparison compare);
@@ -193,7 +194,8 @@ public:
     SDListItem* Skip(long n);
     // Moves to the next item, then deletes the item at the index that the cursor had before. The
     // index is left one greater than the new item's position: reset it with a new cursor before
-    // deleting again. Should the item deleted be the new current one, the cursor moves past it.
+    // deleting again. Should the new current item be deleted, or go with the one deleted, the
+    // cursor moves past it.
     void DeleteCurrent();
 
 private:
