@@ -79,7 +79,7 @@ STreeItem* STree::Adopt(STreeItem* parent, STreeItem* item) {
     while (above != nullptr && below != nullptr) {
         if (above == item || below == parent) return nullptr;
         above = above->parent_;
-        below = NextBelow(item, below);
+        below = WalkSubTree(item, below);
     }
     Unparent(item)->parent_ = parent;
     return item;
@@ -207,7 +207,7 @@ STreeItem* STree::DetachItem(STreeItem* reference, FLAGS place) {
 
 // ---- Delete -----------------------------------------------------------------------------------
 
-void STree::DeleteDescendants(STreeItem* item) {
+void STree::DelSubTree(STreeItem* item) {
     for (STreeItem* at = item; !item->children_.IsEmpty();) {
         STreeItem* leaf = Deepest(at);
         at = leaf->parent_;
@@ -217,7 +217,7 @@ void STree::DeleteDescendants(STreeItem* item) {
 
 void STree::DeleteWhole(STreeItem* item) {
     if (item == nullptr) return;
-    DeleteDescendants(item);
+    DelSubTree(item);
     delete item;
 }
 
@@ -270,7 +270,7 @@ long STree::GetCount() {
 // ---- Walk ------------------------------------------------------------------------------------
 
 // The item after another in the pre-order of the subtree under `top`; null after the last one.
-STreeItem* STree::NextBelow(const STreeItem* top, const STreeItem* item) {
+STreeItem* STree::WalkSubTree(const STreeItem* top, const STreeItem* item) {
     if (SDListItem* child = item->children_.GetHead()) return AsTree(child);
     while (item != nullptr && item != top && item->GetNext() == nullptr)
         item = item->parent_;
@@ -327,7 +327,7 @@ STreeItem* STreeIterator::First() {
 
 STreeItem* STreeIterator::Next() {
     if (current_ != nullptr && tree_ != nullptr)
-        current_ = STree::NextBelow(tree_->root_, current_);
+        current_ = STree::WalkSubTree(tree_->root_, current_);
     return current_;
 }
 
@@ -345,6 +345,6 @@ void STreeIterator::DeleteCurrent() {
 
 void STreeIterator::DeleteCurrentSubTree() {
     if (current_ == nullptr) return;
-    STree::DeleteDescendants(current_);
+    STree::DelSubTree(current_);
     DeleteCurrent();
 }

@@ -3,7 +3,6 @@
 #include <map>
 #include <random>
 #include <string>
-#include <vector>
 
 #include "containers/support.h"
 
@@ -306,6 +305,43 @@ TEST_F(TreeTest, ForEachVisitsChildrenFirstAndSurvivesItsItems) {
         tree.ForEach(row.visit, reinterpret_cast<std::intptr_t>(&seen));
         EXPECT_EQ(row.seen, seen);
         EXPECT_EQ(row.after, TextOf(tree.GetRoot()));
+    }
+}
+
+// Any item may come to any place of any other; nothing is lost, and no circle is closed.
+TEST_F(TreeTest, RandomOperationsKeepItWhole) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    Letters tree("R");
+    const auto pick = [&] {
+        return STreeIterator(&tree).Skip(static_cast<long>(random() % (tree.GetCount() + 2)));
+    };
+    for (int step = 0; step < 3000; ++step) {
+        const auto place = static_cast<STree::FLAGS>(1 + random() % 6);
+        STreeItem* const reference = pick();
+        switch (Item::live > 60 ? 2 + random() % 4 : random() % 4) {
+            case 0:
+            case 1:
+                if (STreeItem* item = X(); tree.InsertItem(reference, item, place) == nullptr)
+                    delete item;
+                break;
+            case 2:
+                tree.InsertItem(reference, pick(), place);
+                break;
+            case 3:
+                if (STreeItem* item = tree.DetachItem(reference, place)) {
+                    ASSERT_EQ(item, tree.InsertChildAt(tree.GetRoot(), item, 2));
+                }
+                break;
+            case 4:
+                tree.DeleteItem(reference, place);
+                break;
+            default:
+                tree.DeleteSubTree(reference, place);
+        }
+        ASSERT_TRUE(tree.AssertValid());
+        ASSERT_EQ(Item::live, tree.GetCount() + 1);
     }
 }
 

@@ -153,8 +153,8 @@ public:
 private:
     STreeItem* Adopt(STreeItem* parent, STreeItem* item);
     static STreeItem* Unparent(STreeItem* item);
-    static STreeItem* NextBelow(const STreeItem* top, const STreeItem* item);
-    static void DeleteDescendants(STreeItem* item);
+    static STreeItem* WalkSubTree(const STreeItem* top, const STreeItem* item);
+    static void DelSubTree(STreeItem* item);
     static void DeleteWhole(STreeItem* item);
     friend class STreeIterator;
 
