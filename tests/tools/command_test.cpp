@@ -1,4 +1,4 @@
-#include "run_command.h"
+#include "tools/run_command.h"
 
 #include <vector>
 
@@ -97,6 +97,14 @@ TEST_F(Command, ConvertReencodesLines) {
          "standard input: 1 character did not survive, the first at byte 1"},
         {"offset-counts-the-mark", "convert --to ansi", "\xEF\xBB\xBF\xC4\x80\xE4\xB8\x80", 0,
          "A?\r\n", "2 characters did not survive, the first at byte 3"},
+        {"losses-of-many-lines", "convert --from utf8 --to ansi", "a\n\xC4\x80\n\xC4\x80\xC4\x80",
+         0, "a\r\nA\r\nAA\r\n", "3 characters did not survive, the first at byte 2"},
+        {"from-oem-to-ansi", "convert --from oem --to ansi", "a\n\x82\xDB", 0, "a\r\n\xE9\xA6\r\n",
+         "1 character did not survive, the first at byte 3"},
+        {"undefined-and-lost-is-one", "convert --code-page 932 --to oem", "x\na\x81\x20", 0,
+         "x\r\na\xFA\r\n", "1 character did not survive, the first at byte 3"},
+        {"pair-cut-short", "convert --code-page 932 --to utf8", "a\x82\nb", 0,
+         "a\xE3\x83\xBB\r\nb\r\n", "1 character did not survive, the first at byte 1"},
         {"strict", "convert --strict --from utf8 --to ansi", "\xC4\x80", 1, "",
          "brcore8: standard input: 1 character did not survive, the first at byte 0"},
         {"broken-utf8", "convert --from utf8 --to ansi", "\xC3\x28", 1, "",
@@ -155,8 +163,15 @@ TEST_F(Command, TellsAboutItself) {
     const Row rows[] = {
         {"no-command", "", "", 2, "", "Usage"},
         {"unknown-command", "frobnicate", "", 2, "", "Usage"},
-        {"unknown-option", "sort --frobnicate", "", 2, "", "Usage"},
+        {"unknown-option", "sort --frobnicate", "", 2, "", "Usage: brcore8 sort"},
+        {"a-slash-begins-no-option", "sort /nowhere", "", 1, "", "/nowhere: Can't open"},
         {"unknown-code-page", "sort --code-page 77", "", 2, "", "no code page 77"},
+        {"code-page-with-a-meaning-of-its-own", "sort --code-page=-2", "", 2, "", "number from 1"},
+        {"the-last-of-an-option-counts", "sort --code-page 77 --code-page 1252", "a", 0, "a\n"},
+        {"attached-value-missing", "convert --to= ansi", "", 2, "", "--to: the value is missing"},
+        {"input-without-a-name", "sort \"\"", "a", 1, "", "brcore8: : Can't open for reading"},
+        {"output-without-a-name", "convert --to ansi -o \"\"", "a", 1, "",
+         "brcore8: : Can't open for writing"},
         {"missing-file", "sort nowhere", "", 1, "", "brcore8: nowhere: Can't open for reading"},
         {"a-folder", "sort .", "", 1, "", "brcore8: .: Can't open for reading"},
         {"no-such-target-folder", "convert --to ansi -o no/where", "x", 1, "",
@@ -174,6 +189,8 @@ TEST_F(Command, OutputIsWrittenOnlyWhenItChanges) {
     EXPECT_EQ(std::filesystem::last_write_time("out"), before);
     EXPECT_EQ(Run("preprocess -o out", "b").err, "out: written\n");
     EXPECT_EQ(ReadFile("out"), "b ");
+    EXPECT_EQ(Run("convert --to ansi -o out out").err, "out: written\n");
+    EXPECT_EQ(ReadFile("out"), "b \r\n");
 }
 
 TEST_F(Command, FailureLeavesNoOutput) {

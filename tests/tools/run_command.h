@@ -41,11 +41,13 @@ protected:
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
+    std::string Program() const { return (home_ / "brcore8").string(); }
+
     // `arguments` as both command processors understand them: quoted with double quotes.
-    Result Run(const std::string& arguments, const std::string& input = "") const {
+    Result Run(const std::string& arguments, const std::string& input = "",
+               const std::string& output = "stdout") const {
         WriteFile("stdin", input);
-        const std::string line =
-            (home_ / "brcore8").string() + " " + arguments + " <stdin >stdout 2>stderr";
+        const std::string line = Program() + " " + arguments + " <stdin >" + output + " 2>stderr";
         const int status = std::system(line.c_str());
         // One system returns the exit status, the other keeps it in the second byte.
         return {status > 255 ? status >> 8 : status, ReadFile("stdout"), ReadFile("stderr")};

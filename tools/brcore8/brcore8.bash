@@ -1,16 +1,19 @@
 # bash completion for brcore8
 _brcore8() {
-    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+    local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
     local commands='preprocess convert sort match classes version help'
     local pages='437 850 852 866 932 936 949 950 1250 1251 1252 1253 1254 1255 1256 1257 1258'
     local shared='--code-page --oem-code-page --strict --color --help'
     COMPREPLY=()
-    case $previous in
-        --from | --to) COMPREPLY=($(compgen -W 'ansi oem utf16 utf8' -- "$current")); return ;;
-        --code-page | --oem-code-page) COMPREPLY=($(compgen -W "$pages" -- "$current")); return ;;
-        --color) COMPREPLY=($(compgen -W 'auto always never' -- "$current")); return ;;
+    # "--to=utf8" arrives as three words.
+    [[ $current == = ]] && current=
+    [[ $option == = ]] && option=${COMP_WORDS[COMP_CWORD - 2]}
+    case $option in
+        --from | --to) _brcore8_words 'ansi oem utf16 utf8'; return ;;
+        --code-page | --oem-code-page) _brcore8_words "$pages"; return ;;
+        --color) _brcore8_words 'auto always never'; return ;;
         -c | --char | -D | --define) return ;;
-        -o | --output) COMPREPLY=($(compgen -f -- "$current")); return ;;
+        -o | --output) _brcore8_files; return ;;
     esac
 
     local word command= index
@@ -31,11 +34,18 @@ _brcore8() {
         match) options="$shared --ignore-case" ;;
     esac
     if [[ $current == -* ]]; then
-        COMPREPLY=($(compgen -W "$options" -- "$current"))
+        _brcore8_words "$options"
     elif [[ -z $command || $command == help ]]; then
-        COMPREPLY=($(compgen -W "$commands" -- "$current"))
+        _brcore8_words "$commands"
     else
-        COMPREPLY=($(compgen -f -- "$current"))
+        _brcore8_files
     fi
+}
+_brcore8_words() {
+    mapfile -t COMPREPLY < <(compgen -W "$1" -- "$current")
+}
+# Names may hold blanks.
+_brcore8_files() {
+    mapfile -t COMPREPLY < <(compgen -f -- "$current")
 }
 complete -o filenames -F _brcore8 brcore8

@@ -51,7 +51,10 @@ Action PrepareClasses(CLI::App& parser, const Settings& settings);
 Action PrepareVersion(CLI::App& parser, const Settings& settings);
 Action PrepareHelp(CLI::App& parser, const Settings& settings);
 
-// One line on standard error that is no failure.
+// The whole result of a command, on standard output.
+int Print(const std::string& text);
+
+// One line on standard error.
 void Say(const std::string& line);
 
 }  // namespace tool

@@ -37,7 +37,7 @@ int Classes() {
     for (auto& [base, derived] : children)
         std::sort(derived.begin(), derived.end(), LaterName);
 
-    Output output("");
+    Output output;
     struct Open {
         const SClassInfo* info;
         int depth;

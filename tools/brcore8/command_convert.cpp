@@ -20,23 +20,20 @@ const std::map<std::string, TextFormat> FormatNames = {{"ansi", TextFormat::Ansi
 struct ConvertOptions {
     std::string from;
     std::string to;
-    std::string output;
-    std::string input;
+    std::string output = "-";
+    std::string input = "-";
 };
 
 int Convert(const ConvertOptions& options, const Settings& settings) {
     std::optional<TextFormat> from;
     if (!options.from.empty()) from = FormatNames.at(options.from);
     const TextFormat to = FormatNames.at(options.to);
-    const std::vector<std::string> lines = TextInput(options.input, settings, from).Lines(to);
-
     using namespace std::string_view_literals;
     const std::string_view lineEnd = to == TextFormat::Utf16 ? "\r\0\n\0"sv : "\r\n"sv;
+    const std::string text = TextInput(options.input, settings, from).Text(to, lineEnd);
+
     Output output(options.output);
-    for (const std::string& line : lines) {
-        output.Write(line);
-        output.Write(lineEnd);
-    }
+    output.Write(text);
     output.Finish();
     return Done;
 }

@@ -2,8 +2,10 @@
 
 #include "command.h"
 #include "output.h"
+#include "progress.h"
 #include "text_input.h"
 
+#include <brcore8/streams/text_lines.h>
 #include <brcore8/strings/string.h>
 
 #include <CLI/CLI.hpp>
@@ -15,16 +17,19 @@ namespace {
 
 struct MatchOptions {
     std::string pattern;
-    std::string input;
+    std::string input = "-";
     bool noCase = false;
 };
 
 int Match(const MatchOptions& options, const Settings& settings) {
     const char* pattern = options.pattern.c_str();
     bool found = false;
-    Output output("");
-    for (const std::string& line : TextInput(options.input, settings).Lines(TextFormat::Ansi)) {
-        const SString text{std::string_view(line)};
+    Output output;
+    const std::string lines = TextInput(options.input, settings).Text(TextFormat::Ansi, "\n");
+    BeginStep(lines.size());
+    for (const std::string_view line : STextLines(lines)) {
+        StepDone(static_cast<std::size_t>(line.data() - lines.data()));
+        const SString text{line};
         if (!(options.noCase ? text.MatchNoCase(pattern) : text.Match(pattern))) continue;
         found = true;
         output.Write(line);

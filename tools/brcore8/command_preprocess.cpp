@@ -2,6 +2,7 @@
 
 #include "command.h"
 #include "output.h"
+#include "progress.h"
 #include "text_input.h"
 
 #include <brcore8/text/preprocessor.h>
@@ -20,8 +21,8 @@ constexpr long DefinitionCategory = -1;
 struct PreprocessOptions {
     std::string directive = "#";
     std::vector<std::string> definitions;
-    std::string output;
-    std::string input;
+    std::string output = "-";
+    std::string input = "-";
 };
 
 // What a `define` directive would do: a value that begins with a digit is a number.
@@ -37,13 +38,22 @@ void Define(SSymbolTable& symbols, const std::string& definition) {
         symbols.AddSymbol(name, value, DefinitionCategory);
 }
 
+SString ReadText(const std::string& path, const Settings& settings) {
+    const std::string_view lineEnd = "\r\n";
+    const TextInput input(path, settings);
+    const std::string lines = input.Text(TextFormat::Ansi, lineEnd);
+    return SString(
+        std::string_view(lines).substr(0, lines.size() - (input.EndsOpen() ? lineEnd.size() : 0)));
+}
+
 int Preprocess(const PreprocessOptions& options, const Settings& settings) {
     SSymbolTable symbols;
     for (const std::string& definition : options.definitions)
         Define(symbols, definition);
 
-    const SString text{std::string_view(TextInput(options.input, settings).AnsiText())};
     SPreprocessor preprocessor(options.directive.front());
+    const SString text = ReadText(options.input, settings);
+    BeginStep(1);
     const SString result = preprocessor.Preprocess(text, &symbols);
 
     Output output(options.output);

@@ -2,8 +2,10 @@
 
 #include "command.h"
 #include "output.h"
+#include "progress.h"
 #include "text_input.h"
 
+#include <brcore8/streams/text_lines.h>
 #include <brcore8/strings/string_table.h>
 
 #include <CLI/CLI.hpp>
@@ -14,7 +16,7 @@ namespace tool {
 namespace {
 
 struct SortOptions {
-    std::string input;
+    std::string input = "-";
     bool numbered = false;
     bool noCase = false;
     bool descending = false;
@@ -22,9 +24,13 @@ struct SortOptions {
 
 int Sort(const SortOptions& options, const Settings& settings) {
     SStringTable table;
-    for (const std::string& line : TextInput(options.input, settings).Lines(TextFormat::Ansi))
-        table.Add(SString(std::string_view(line)));
+    {
+        const std::string lines = TextInput(options.input, settings).Text(TextFormat::Ansi, "\n");
+        for (const std::string_view line : STextLines(lines))
+            table.Add(SString(line));
+    }
 
+    BeginStep(1);
     const int ascending = !options.descending;
     if (options.numbered && options.noCase)
         table.SortNumberedNoCase(ascending);
@@ -35,7 +41,7 @@ int Sort(const SortOptions& options, const Settings& settings) {
     else
         table.Sort(ascending);
 
-    Output output("");
+    Output output;
     for (const SString& line : table) {
         output.Write(line.View());
         output.Write("\n");

@@ -2,6 +2,7 @@
 
 #include "command.h"
 #include "output.h"
+#include "progress.h"
 
 #include <brcore8/core/version.h>
 
@@ -22,17 +23,17 @@ constexpr Command Table[] = {
     {"help", "Show this help, or that of a command", PrepareHelp},
 };
 
-int Print(const std::string& text) {
-    Output output("");
-    output.Write(text);
-    output.Finish();
-    return Done;
-}
-
 }  // namespace
 
 std::span<const Command> Commands() {
     return Table;
+}
+
+int Print(const std::string& text) {
+    Output output;
+    output.Write(text);
+    output.Finish();
+    return Done;
 }
 
 Action PrepareVersion(CLI::App&, const Settings&) {
@@ -55,6 +56,7 @@ Action PrepareHelp(CLI::App& parser, const Settings&) {
 }
 
 void Say(const std::string& line) {
+    HideBar();
     std::fprintf(stderr, "%s\n", line.c_str());
 }
 

@@ -37,8 +37,4 @@ void ThrowIfInterrupted() {
     if (interrupted) throw SEIOAbortedException();
 }
 
-bool WasInterrupted() {
-    return interrupted != 0;
-}
-
 }  // namespace tool

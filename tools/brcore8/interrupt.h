@@ -18,7 +18,6 @@ public:
 
 // Throws SEIOAbortedException when a deferred Ctrl-C has come.
 void ThrowIfInterrupted();
-bool WasInterrupted();
 
 }  // namespace tool
 

@@ -2,6 +2,7 @@
 
 #include "command.h"
 #include "interrupt.h"
+#include "progress.h"
 
 #include <brcore8/core/exception.h>
 #include <brcore8/platform/console.h>
@@ -29,17 +30,22 @@ int Fail(const Settings& settings, const std::string& what, const std::string& w
 
 int WrongCommandLine(const CLI::App& parser, const std::string& why) {
     Say("brcore8: " + why);
-    const auto used = parser.get_subcommands();
-    const CLI::App& speaker = used.empty() ? parser : *used.front();
-    std::fputs(speaker.help().c_str(), stderr);
+    std::fputs(parser.help().c_str(), stderr);
     return WrongUsage;
+}
+
+std::string PageNumber(const std::string& text) {
+    const bool digits = text.find_first_not_of("0123456789") == std::string::npos;
+    return digits && text.front() != '0' ? "" : "a code page is a number from 1";
 }
 
 void AddSharedOptions(CLI::App& parser, Settings& settings) {
     parser.add_option("--code-page", settings.codePage, "The code page of 8-bit text (1252)")
-        ->type_name("N");
+        ->type_name("N")
+        ->check(CLI::Validator(PageNumber, ""));
     parser.add_option("--oem-code-page", settings.oemCodePage, "That of OEM text (437)")
-        ->type_name("N");
+        ->type_name("N")
+        ->check(CLI::Validator(PageNumber, ""));
     parser.add_flag("--strict", settings.strict,
                     "Fail when a character does not survive a conversion");
     parser.add_option("--color", settings.color, "Colours: auto, always or never")
@@ -50,6 +56,7 @@ void AddSharedOptions(CLI::App& parser, Settings& settings) {
 // Runs a parsed command and turns every failure into its line and its exit status.
 int RunAction(const Action& action, const std::string& name, const Settings& settings) {
     try {
+        ProgressBar bar(name.c_str());
         return action();
     } catch (const Failure& failure) {
         return Fail(settings, failure.what, failure.why);
@@ -65,10 +72,22 @@ int RunAction(const Action& action, const std::string& name, const Settings& set
     }
 }
 
+// The parser would take the next argument for the value that is missing after the sign.
+std::string FindMissingValue(int argc, char** argv) {
+    for (int i = 1; i < argc && std::string_view(argv[i]) != "--"; ++i) {
+        const std::string_view argument = argv[i];
+        if (argument.starts_with("--") && argument.find('=') == argument.size() - 1)
+            return std::string(argument.substr(0, argument.size() - 1));
+    }
+    return "";
+}
+
 int Main(int argc, char** argv) {
     Settings settings;
     CLI::App parser("brcore8 puts the units of the BRCORE8 library to work on files.", "brcore8");
     parser.require_subcommand(1);
+    parser.allow_windows_style_options(false);  // a name may begin with a slash
+    parser.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
     parser.set_version_flag("--version", std::string("brcore8 " BRCORE8_VERSION));
     AddSharedOptions(parser, settings);
 
@@ -79,10 +98,16 @@ int Main(int argc, char** argv) {
         actions[sub] = {command.name, command.prepare(*sub, settings)};
     }
 
+    const std::string missing = FindMissingValue(argc, argv);
+    if (!missing.empty()) return WrongCommandLine(parser, missing + ": the value is missing");
     try {
         parser.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        return RunAction([&] { return Print(parser.help()); }, "help", settings);
+    } catch (const CLI::CallForVersion& version) {
+        return RunAction([&] { return Print(version.what() + std::string("\n")); }, "version",
+                         settings);
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0) return parser.exit(error);
         return WrongCommandLine(parser, error.what());
     }
     if (_setmbcp(settings.codePage) != 0)
@@ -91,8 +116,7 @@ int Main(int argc, char** argv) {
         return WrongCommandLine(parser, "no code page " + std::to_string(settings.oemCodePage));
 
     const auto& [name, action] = actions.at(parser.get_subcommands().front());
-    const int status = RunAction(action, name, settings);
-    return WasInterrupted() ? int{Interrupted} : status;
+    return RunAction(action, name, settings);
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 #include "output.h"
 
 #include "command.h"
+#include "progress.h"
 
 #include <brcore8/core/exception.h>
+#include <brcore8/platform/console.h>
 #include <brcore8/streams/output_on_change.h>
 
 #include <cerrno>
@@ -22,11 +24,14 @@ void StandardFailed() {
 
 }  // namespace
 
-Output::Output(const std::string& path) : path_(path == "-" ? "" : path) {
-    if (path_.empty()) return;
-    std::error_code ignored;
-    existed_ = std::filesystem::exists(std::filesystem::symlink_status(path_, ignored));
-    guard_ = std::make_unique<DeferInterrupts>();
+Output::Output(const std::string& path) : path_(path) {
+    if (path_ == "-") {
+        onTerminal_ = SIsTerminal(stdout);
+        return;
+    }
+    // There is nothing to clean up in a pipe or a device, and opening one may wait for long.
+    std::error_code unknown;
+    if (!std::filesystem::is_other(path_, unknown)) guard_ = std::make_unique<DeferInterrupts>();
     try {
         file_ = std::make_unique<SOutputFileOnChange>(path_.c_str());
     } catch (const SException& error) {
@@ -34,12 +39,7 @@ Output::Output(const std::string& path) : path_(path == "-" ? "" : path) {
     }
 }
 
-Output::~Output() {
-    if (!file_) return;
-    file_.reset();
-    std::error_code ignored;
-    if (!existed_) std::filesystem::remove(path_, ignored);
-}
+Output::~Output() = default;
 
 void Output::Write(std::string_view bytes) {
     if (!file_) return WriteStandard(bytes);
@@ -74,6 +74,7 @@ void Output::Finish() {
 }
 
 void Output::WriteStandard(std::string_view bytes) {
+    if (onTerminal_) HideBar();
     if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) StandardFailed();
 }
 

@@ -15,8 +15,8 @@ namespace tool {
 
 class Output {
 public:
-    // An empty path, or "-", is standard output.
-    explicit Output(const std::string& path);
+    // "-" is standard output.
+    explicit Output(const std::string& path = "-");
     // Without Finish an old file stays as it was and a new one is removed.
     ~Output();
     Output(const Output&) = delete;
@@ -31,9 +31,9 @@ private:
     void WriteStandard(std::string_view bytes);
 
     std::string path_;
-    bool existed_ = false;
+    bool onTerminal_ = false;
+    std::unique_ptr<DeferInterrupts> guard_;  // outlives the file, which cleans up when it goes
     std::unique_ptr<SOutputFileOnChange> file_;
-    std::unique_ptr<DeferInterrupts> guard_;
 };
 
 }  // namespace tool

@@ -1,10 +1,9 @@
 #include "text_input.h"
 
+#include "progress.h"
+
 #include <brcore8/core/exception.h>
-#include <brcore8/streams/encodings.h>
-#include <brcore8/streams/input_buffer.h>
 #include <brcore8/streams/input_file.h>
-#include <brcore8/streams/progress.h>
 #include <brcore8/streams/text_lines.h>
 #include <brcore8/strings/multibyte.h>
 #include <brcore8/strings/unicode.h>
@@ -23,7 +22,7 @@ constexpr std::string_view MarkHighFirst = "\xFE\xFF"sv;
 constexpr std::size_t ReadStep = 1 << 16;
 
 bool IsStandardInput(const std::string& input) {
-    return input.empty() || input == "-";
+    return input == "-";
 }
 
 std::string ReadStandardInput() {
@@ -37,7 +36,7 @@ std::string ReadStandardInput() {
 
 std::string ReadFile(const std::string& path) {
     try {
-        STerminalProgress progress(path.c_str());
+        ReadingStep progress;
         SInputFile file(path.c_str(), &progress);
         return SReadAll(file);
     } catch (const SException& error) {
@@ -105,28 +104,6 @@ std::string Encode(std::u16string_view text, TextFormat as, SConversionLoss& los
     return STextFromUtf16(text, &loss, PageOf(as));
 }
 
-// The byte of the line where its n-th unit begins: the last byte of the shortest part of the line
-// that gives more than n units is the first one of the character.
-std::size_t ByteOfUnit(std::string_view line, SCodePageKind page, std::size_t unit) {
-    std::size_t low = 0, high = line.size();
-    while (low < high) {
-        const std::size_t middle = low + (high - low) / 2;
-        if (SUtf16FromText(line.substr(0, middle), nullptr, page).size() > unit)
-            high = middle;
-        else
-            low = middle + 1;
-    }
-    return low - 1;
-}
-
-// 8-bit text as the library's readers deliver it, every line end as CR LF.
-std::string ForcedAnsi(const std::string& bytes) {
-    if (bytes.size() > SString::MaxBytes) throw SEOutOfMemory();
-    SInputBuffer source(bytes.data(), static_cast<int>(bytes.size()));
-    SInputForcedANSIStream text(source, 0, SInputMultiFormat::FormatAnsi, SKnownFormat());
-    return SReadAll(text);
-}
-
 }  // namespace
 
 TextInput::TextInput(const std::string& input, const Settings& settings,
@@ -155,26 +132,33 @@ TextInput::TextInput(const std::string& input, const Settings& settings,
     if (format_ == TextFormat::Utf8) wide_ = DecodeUtf8(name_, content);
 }
 
-// One line on its way out: what was lost of it, and where in the input that was.
+// Appends lines to a text, and notes what was lost of them and where in the input the first was.
 class TextInput::LineWriter {
 public:
-    LineWriter(const TextInput& input, TextFormat as) : input_(input), as_(as) {}
+    LineWriter(const TextInput& input, TextFormat as, std::string& out)
+        : input_(input), as_(as), out_(out) {}
 
-    std::string FromUnicode(std::u16string_view line, std::size_t unit) {
+    void FromUnicode(std::u16string_view line, std::size_t unit) {
         SConversionLoss loss;
-        std::string out = Encode(line, as_, loss);
-        if (loss.count) Lose(loss.count, input_.ByteOffset(unit + loss.first));
-        return out;
+        out_ += Encode(line, as_, loss);
+        // Only once, since finding the byte of a unit walks the input.
+        if (loss.count && !count_) first_ = input_.ByteOffset(unit + loss.first);
+        count_ += loss.count;
     }
 
-    std::string FromBytes(std::string_view line, std::size_t offset) {
-        if (as_ == input_.format_) return std::string(line);
+    void FromBytes(std::string_view line, std::size_t offset) {
+        if (as_ == input_.format_) {
+            out_ += line;
+            return;
+        }
         SConversionLoss undefined, loss;
-        const SCodePageKind page = PageOf(input_.format_);
-        std::string out = Encode(SUtf16FromText(line, &undefined, page), as_, loss);
-        if (undefined.count) Lose(undefined.count, offset + undefined.first);
-        if (loss.count) Lose(loss.count, offset + ByteOfUnit(line, page, loss.first));
-        return out;
+        out_ += Encode(SUtf16FromText(line, &undefined, PageOf(input_.format_)), as_, loss);
+        // A character that is undefined here may be lost over there too: it is one all the same.
+        const bool both = undefined.count && loss.count;
+        if (both || (!count_ && undefined.count + loss.count))
+            CountEach(line, offset);
+        else
+            count_ += undefined.count + loss.count;
     }
 
     void Report() const {
@@ -187,41 +171,54 @@ public:
     }
 
 private:
-    void Lose(std::size_t count, std::size_t first) {
-        first_ = count_ ? std::min(first_, first) : first;
-        count_ += count;
+    // Every page has one unit for each character of one or two bytes.
+    void CountEach(std::string_view line, std::size_t offset) {
+        const SCodePageKind page = PageOf(input_.format_);
+        while (!line.empty()) {
+            const bool pair = SUtf16FromText(line.substr(0, 2), nullptr, page).size() == 1;
+            const std::size_t bytes = pair ? std::min<std::size_t>(line.size(), 2) : 1;
+            SConversionLoss undefined, loss;
+            Encode(SUtf16FromText(line.substr(0, bytes), &undefined, page), as_, loss);
+            if ((undefined.count || loss.count) && !count_++) first_ = offset;
+            offset += bytes;
+            line.remove_prefix(bytes);
+        }
     }
 
     const TextInput& input_;
     TextFormat as_;
+    std::string& out_;
     std::size_t count_ = 0;
     std::size_t first_ = 0;
 };
 
-std::vector<std::string> TextInput::Lines(TextFormat as) const {
-    std::vector<std::string> lines;
-    LineWriter writer(*this, as);
+std::string TextInput::Text(TextFormat as, std::string_view lineEnd) const {
+    std::string text;
+    text.reserve(bytes_.size());
+    LineWriter writer(*this, as, text);
+    BeginStep(IsUnicode() ? wide_.size() : bytes_.size());
     if (IsUnicode()) {
         const SWideTextLines source{std::u16string_view(wide_)};
-        for (auto line = source.begin(); line != source.end(); ++line)
-            lines.push_back(writer.FromUnicode(*line, line.Offset()));
+        for (auto line = source.begin(); line != source.end(); ++line) {
+            StepDone(line.Offset());
+            writer.FromUnicode(*line, line.Offset());
+            text += lineEnd;
+        }
     } else {
         const STextLines source{std::string_view(bytes_)};
-        for (auto line = source.begin(); line != source.end(); ++line)
-            lines.push_back(writer.FromBytes(*line, line.Offset()));
+        for (auto line = source.begin(); line != source.end(); ++line) {
+            StepDone(line.Offset());
+            writer.FromBytes(*line, line.Offset());
+            text += lineEnd;
+        }
     }
     writer.Report();
-    return lines;
+    return text;
 }
 
-std::string TextInput::AnsiText() const {
-    if (format_ == TextFormat::Ansi) return ForcedAnsi(bytes_);
-    std::string text;
-    for (const std::string& line : Lines(TextFormat::Ansi))
-        text += line + "\r\n";
-    const bool open = !wide_.empty() && !SIsLineEnd(wide_.back());
-    if (open) text.resize(text.size() - 2);
-    return text;
+bool TextInput::EndsOpen() const {
+    if (IsUnicode()) return !wide_.empty() && !SIsLineEnd(wide_.back());
+    return !bytes_.empty() && !SIsLineEnd(bytes_.back());
 }
 
 // The input's byte where a unit of Unicode text came from.

@@ -12,7 +12,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace tool {
 
@@ -20,25 +19,23 @@ enum class TextFormat { Ansi, Oem, Utf16, Utf8 };
 
 class TextInput {
 public:
-    // Reads all of INPUT ("-" and "" are standard input). `from` decides against any mark, and a
+    // Reads all of INPUT ("-" is standard input). `from` decides against any mark, and a
     // mark of `from` itself is skipped. Throws Failure when it cannot be read, or is no text of
     // its format.
     TextInput(const std::string& input, const Settings& settings,
               std::optional<TextFormat> from = std::nullopt);
 
-    TextFormat Format() const { return format_; }
-    bool IsUnicode() const { return format_ == TextFormat::Utf16 || format_ == TextFormat::Utf8; }
-
-    // The lines in the given format, each without its line end, its bytes as they will stand in
-    // the output. Characters that did not survive are reported on standard error, and fail the
-    // work when the settings are strict.
-    std::vector<std::string> Lines(TextFormat as) const;
-    // The whole text in the process's code page, every line end as CR LF.
-    std::string AnsiText() const;
+    // The whole text in the given format, `lineEnd` (in that format too) after every line.
+    // Characters that did not survive are reported on standard error, and fail the work when the
+    // settings are strict.
+    std::string Text(TextFormat as, std::string_view lineEnd) const;
+    // Whether there is text after the last line end.
+    bool EndsOpen() const;
 
 private:
     class LineWriter;
 
+    bool IsUnicode() const { return format_ == TextFormat::Utf16 || format_ == TextFormat::Utf8; }
     std::size_t ByteOffset(std::size_t unit) const;
 
     const Settings& settings_;
