@@ -6,7 +6,7 @@
 
 #include <cstdio>
 
-// Bytes pass through standard input and output as they are; on some platforms a line feed would
+// Bytes pass through standard input, output and error as they are; on some platforms a line feed would
 // become two characters without this.
 BRCORE8_API void SBinaryStandardStreams();
 

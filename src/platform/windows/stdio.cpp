@@ -21,18 +21,22 @@ std::int64_t TellStream(std::FILE* stream) noexcept {
 }
 
 std::string FinalPath(const char* path) {
+    std::string result(32768, '\0');
+    const DWORD room = static_cast<DWORD>(result.size());
+    DWORD length = 0;
     const DWORD attributes = GetFileAttributesA(path);
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
-        return path;
+        // With its folder, without which not every system can replace a file.
+        length = GetFullPathNameA(path, room, result.data(), nullptr);
+    } else {
+        const HANDLE file =
+            CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (file == INVALID_HANDLE_VALUE) return path;
+        length = GetFinalPathNameByHandleA(file, result.data(), room, 0);
+        CloseHandle(file);
     }
-    std::string result(32768, '\0');
-    const HANDLE file = CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return path;
-    const DWORD length =
-        GetFinalPathNameByHandleA(file, result.data(), static_cast<DWORD>(result.size()), 0);
-    CloseHandle(file);
-    if (length == 0 || length >= result.size()) return path;
+    if (length == 0 || length >= room) return path;
     result.resize(length);
     return result;
 }
