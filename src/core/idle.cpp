@@ -9,7 +9,17 @@
 
 namespace brcore8 {
 
-class IdleConsumers final : public SList<SIdleConsumer*> {};
+class IdleConsumers final : public SList<SIdleConsumer*> {
+public:
+    // The place of a consumer that is here. Sought from both ends, since most leave in the order
+    // in which they came or in the opposite one.
+    iterator PlaceOf(const SIdleConsumer* consumer) {
+        iterator front = begin(), back = end();
+        while (*front != consumer && *--back != consumer)
+            ++front;
+        return *front == consumer ? front : back;
+    }
+};
 
 // A call of OnIdleAll or OnIdleNext under way. OnIdle may change the list as it likes: every change
 // keeps the passes right, and the list's end is noted in them.
@@ -111,7 +121,7 @@ void SIdleConsumerList::Register(SIdleConsumer* consumer) {
 
 void SIdleConsumerList::Unregister(SIdleConsumer* consumer) noexcept {
     if (consumer == nullptr || consumer->list_ != this) return;
-    const IdlePass::Place place = consumers_->Find(consumer);
+    const IdlePass::Place place = consumers_->PlaceOf(consumer);
     IdlePass::OnLeave(passes_, place);
     for (IdlePass* pass = passes_; pass != nullptr; pass = pass->outer) {
         if (pass->current == consumer) pass->current = nullptr;
@@ -132,7 +142,7 @@ SIdleConsumer* SIdleConsumerList::GetNext() noexcept {
 }
 
 void SIdleConsumerList::MoveToBack(SIdleConsumer* consumer) noexcept {
-    const IdlePass::Place place = consumers_->Find(consumer);
+    const IdlePass::Place place = consumers_->PlaceOf(consumer);
     IdlePass::OnLeave(passes_, place);
     consumers_->MoveToBack(place);
     IdlePass::OnAppend(passes_, *consumers_);

@@ -138,9 +138,16 @@ TEST_F(Idle, ConsumersBelongToOneListAtMost) {
     Add('b');
     list->Register(&a);
     EXPECT_EQ(All(*list), "ab");
+    {
+        Consumer& c = Add('c');
+        Add('d');
+        Add('e');
+        Delete(c);  // from the middle
+        EXPECT_EQ(All(*list), "abde");
+    }
     SIdleConsumerList other;
     other.Register(&a);
-    EXPECT_EQ(All(*list), "b");
+    EXPECT_EQ(All(*list), "bde");
     EXPECT_EQ(All(other), "a");
     list->Unregister(&a);  // not here
     EXPECT_EQ(All(other), "a");
@@ -149,9 +156,23 @@ TEST_F(Idle, ConsumersBelongToOneListAtMost) {
     {
         Consumer late(nullptr, 'c');
         list->Register(&late);
-        EXPECT_EQ(list->GetCount(), 2);
+        EXPECT_EQ(list->GetCount(), 4);
     }
-    EXPECT_EQ(list->GetCount(), 1);
+    EXPECT_EQ(list->GetCount(), 3);
+}
+
+// As quickly as they came: searching from one end alone takes minutes here.
+TEST_F(Idle, ManyConsumersLeaveInEitherOrder) {
+    constexpr std::size_t kMany = 200000;
+    for (const bool lastFirst : {false, true}) {
+        SCOPED_TRACE(lastFirst);
+        std::vector<std::unique_ptr<SIdleConsumer>> many(kMany);
+        for (auto& consumer : many)
+            consumer = std::make_unique<SIdleConsumer>(&*list);
+        for (std::size_t i = 0; i < kMany; ++i)
+            many[lastFirst ? kMany - 1 - i : i].reset();
+        EXPECT_EQ(list->GetCount(), 0);
+    }
 }
 
 TEST_F(Idle, ListMayDieFirst) {
