@@ -2,6 +2,7 @@
 #include <brcore8/strings/string_views.h>
 
 #include <algorithm>
+#include <functional>
 
 #include "strings/mbs.h"
 
@@ -26,12 +27,20 @@ SString::const_iterator& SString::const_iterator::operator=(const const_iterator
     return *this;
 }
 
+const char* SString::const_iterator::Position() const noexcept {
+    const std::less<const char*> before;
+    const char* const end = End();
+    return before(position_, string_->text_) || before(end, position_) ? end : position_;
+}
+
 int SString::const_iterator::operator*() const noexcept {
-    return mbs::CodeAt(CodePage::Ansi(), position_);
+    return mbs::CodeAt(CodePage::Ansi(), Position());
 }
 
 SString::const_iterator& SString::const_iterator::operator++() noexcept {
-    if (position_ < End()) position_ += mbs::CharBytes(CodePage::Ansi(), position_);
+    const char* const position = Position();
+    const bool atEnd = position == End();
+    position_ = atEnd ? position : position + mbs::CharBytes(CodePage::Ansi(), position);
     return *this;
 }
 
@@ -42,15 +51,16 @@ SString::const_iterator SString::const_iterator::operator++(int) noexcept {
 }
 
 SString::const_iterator& SString::const_iterator::operator+=(unsigned long count) noexcept {
+    const char* const position = Position();
     const char* const end = End();
-    const auto left = static_cast<unsigned long>(end - position_);
+    const auto left = static_cast<unsigned long>(end - position);
     const int steps = static_cast<int>(std::min(count, left));
-    position_ = mbs::Advance(CodePage::Ansi(), position_, end, steps);
+    position_ = mbs::Advance(CodePage::Ansi(), position, end, steps);
     return *this;
 }
 
 SString::const_iterator::operator bool() const noexcept {
-    return *position_ != 0;
+    return *Position() != 0;
 }
 bool SString::const_iterator::operator==(const const_iterator& other) const noexcept {
     return position_ == other.position_;
@@ -72,19 +82,20 @@ bool SString::const_iterator::operator>=(const const_iterator& other) const noex
 }
 
 const char* SString::const_iterator::GetPointer() const noexcept {
-    return position_;
+    return Position();
 }
 void SString::const_iterator::reset() noexcept {
     position_ = string_->text_;
 }
 int SString::const_iterator::IsWhitespace() const noexcept {
-    return mbs::IsSpace(mbs::UnsignedCodeAt(CodePage::Ansi(), position_));
+    return mbs::IsSpace(mbs::UnsignedCodeAt(CodePage::Ansi(), Position()));
 }
 int SString::const_iterator::IsEoln() const noexcept {
-    return *position_ == '\r' || *position_ == '\n';
+    const char byte = *Position();
+    return byte == '\r' || byte == '\n';
 }
 unsigned int SString::const_iterator::SaveState() const noexcept {
-    return static_cast<unsigned int>(position_ - string_->text_);
+    return static_cast<unsigned int>(Position() - string_->text_);
 }
 void SString::const_iterator::RestoreState(unsigned int offset) noexcept {
     position_ = string_->text_ + std::min(offset, static_cast<unsigned>(string_->LengthByte()));
@@ -93,10 +104,10 @@ void SString::const_iterator::RestoreState(unsigned int offset) noexcept {
 // ---- item_iterator ------------------------------------------------------------------------------
 
 SString SString::item_iterator::operator*() const {
-    return SString(start_.position_, end_.position_);
+    return SString(start_.Position(), end_.Position());
 }
 SString::item_iterator::operator bool() const noexcept {
-    return start_.position_ < start_.End();
+    return start_.Position() < start_.End();
 }
 bool SString::item_iterator::operator==(const item_iterator& other) const noexcept {
     return start_ == other.start_;
@@ -105,7 +116,7 @@ bool SString::item_iterator::operator!=(const item_iterator& other) const noexce
     return start_ != other.start_;
 }
 const char* SString::item_iterator::GetPointer() const noexcept {
-    return start_.position_;
+    return start_.Position();
 }
 
 template <class Cut>
@@ -117,7 +128,7 @@ void SString::item_iterator::First(const Cut& cut) noexcept {
 template <class Cut>
 void SString::item_iterator::Advance(const Cut& cut) noexcept {
     const char* const end = start_.End();
-    start_.position_ = cut.After(end_.position_, end);
+    start_.position_ = cut.After(end_.Position(), end);
     end_.position_ = cut.EndOf(start_.position_, end);
 }
 

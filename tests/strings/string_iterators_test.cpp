@@ -213,4 +213,31 @@ TEST(StringIterators, AssignmentWritesThrough) {
     }
 }
 
+TEST(StringIterators, StandAtTheEndOfATextThatLostTheirPlace) {
+    const struct {
+        const char* name;
+        void (*change)(SString&);
+    } rows[] = {
+        {"cut", [](SString& s) { s.Delete(2, -1); }},
+        {"replaced by another's", [](SString& s) { s = SString("ab"); }},
+        {"grown elsewhere", [](SString& s) { s += SString('x', 5000); }},
+        {"emptied", [](SString& s) { s.Done(); }},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        SString text('x', 3000);
+        SString::const_iterator at(text, 2500);
+        SString::word_iterator word(text);
+        row.change(text);
+        const auto end = static_cast<unsigned>(text.LengthByte());
+        EXPECT_EQ(at.SaveState(), end);
+        EXPECT_EQ(at.GetPointer(), text.GetPointerAt(text.Length()));
+        EXPECT_FALSE(at || *at || at.IsEoln() || at.IsWhitespace());
+        at += 2;
+        EXPECT_EQ((++at).SaveState(), end);
+        EXPECT_LE((*word).LengthByte(), text.LengthByte());
+        EXPECT_FALSE(++word);
+    }
+}
+
 }  // namespace

@@ -1,6 +1,7 @@
 // The four iterators of SString: characters, lines, words and parts.
 //
-// Each refers to the string itself, not to a copy, and must not outlive it. Assigning an iterator
+// Each refers to the string itself, not to a copy, and must not outlive it. The string may change:
+// an iterator whose place is no longer in the text stands at its end. Assigning an iterator
 // takes over the other's position and writes the other's string into the string it refers to;
 // that is why they are no iterators of the standard library. For range-for, string_views.h has
 // views of the same items.
@@ -49,6 +50,8 @@ private:
     friend class SString::item_iterator;
 
     const char* End() const noexcept { return string_->text_ + string_->LengthByte(); }
+    // Where it stands now: the end when a change of the string took its place away.
+    const char* Position() const noexcept;
 
     SString* string_;
     const char* position_;
