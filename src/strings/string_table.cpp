@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <new>
 #include <utility>
@@ -25,7 +26,7 @@ SStringTable::SStringTable(int capacity, int count) : SStringTable() {
 }
 
 SStringTable::SStringTable(const SString* begin, const SString* end) : SStringTable() {
-    if (begin == end) return;
+    if (!std::less<const SString*>()(begin, end)) return;
     GrowTo(static_cast<int>(std::min<std::ptrdiff_t>(end - begin, 0x7FFFFFFF)));
     for (; begin != end; ++begin)
         Add(*begin);

@@ -278,6 +278,7 @@ TEST(StringTable, MakesTakesAndMovesStrings) {
     table.Remove(table.rbegin());
     EXPECT_EQ(TextsOf(table), (Texts{"a", "b"}));
     const SStringTable range(table.GetArray(), table.GetArray() + 2);
+    EXPECT_TRUE(SStringTable(range.GetArray() + 2, range.GetArray()).IsEmpty());
     SStringTable moved = std::move(table);
     EXPECT_TRUE(moved == range && table.IsEmpty());
     table = array;

@@ -73,7 +73,7 @@ public:
     SStringTable() noexcept : __STable(sizeof(SString)) {}
     // Room for `capacity` strings, and `count` empty strings in it.
     SStringTable(int capacity, int count);
-    // Copies of the strings from `begin` up to `end`.
+    // Copies of the strings from `begin` up to `end`; none when end <= begin.
     SStringTable(const SString* begin, const SString* end);
     SStringTable(const SStringTable& other);
     SStringTable(SStringTable&& other) noexcept : SStringTable() { SwapBlocks(other); }
