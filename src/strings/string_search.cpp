@@ -32,7 +32,7 @@ const char* SString::FindNoCase(const char* what) const noexcept {
 }
 
 const char* SString::FindNoCase(const char* what, const char* from) const noexcept {
-    return mbs::FindTextNoCase(from, what ? what : "");
+    return what ? mbs::FindTextNoCase(from, what) : nullptr;
 }
 
 // --- Indices -----------------------------------------------------------------------------------

@@ -31,6 +31,8 @@ TEST_P(StringSearch, Pointers) {
         {"text from", text.Find("e", text.GetPointerAt(3)), 10},
         {"text nowhere", text.Find("three"), -1},
         {"empty text", text.Find(""), 0},
+        {"null is empty", text.Find(static_cast<const char*>(nullptr)), 0},
+        {"no case null is nowhere", text.FindNoCase(nullptr), -1},
         {"no case", text.FindNoCase("TWO"), 4},
         {"no case from", text.FindNoCase("one", text.GetPointerAt(1)), 8},
     };

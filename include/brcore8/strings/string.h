@@ -234,7 +234,8 @@ public:
     int MatchNoCase(const char* pattern) const noexcept;
 
     // ---- Search -------------------------------------------------------------------------------
-    // Pointers into this text, or null; `from` must point into this text.
+    // Pointers into this text, or null; `from` must point into this text. An empty text is found
+    // at once; so is null by Find, while FindNoCase finds it nowhere.
 
     const char* Find(unsigned int character) const noexcept;
     const char* Find(unsigned int character, const char* from) const noexcept;
