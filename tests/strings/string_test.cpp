@@ -8,6 +8,7 @@
 #include <cstring>
 #include <sstream>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "strings/string_fixture.h"
@@ -105,7 +106,10 @@ TEST_P(StringTest, AssignsInEveryState) {
                "b"
              : "a\xDF?b"},
         {"code", [](SString& s) { s = 0x93FAu; }, two ? "\x93\xFA" : "\xFA"},
+        {"code read from a string", [](SString& s) { s = s[1]; }, "e"},
         {"char", [](SString& s) { s = 'c'; }, "c"},
+        {"untyped null", [](SString& s) { s = nullptr; }, ""},
+        {"untyped null by Init", [](SString& s) { s.Init(nullptr); }, ""},
         {"buffer", [](SString& s) { s = SStringBuffer(SString("buf")); }, "buf"},
         {"its own tail", [](SString& s) { s = static_cast<const char*>(s) + 3; }, "lo"},
         {"itself", [](SString& s) { s = *&s; }, "hello"},
@@ -294,6 +298,36 @@ TEST_P(StringTest, ConvertsToNumbersAndTruth) {
 TEST(StringHash, AgreesWithEquality) {
     std::unordered_set<SString> set{SString("a\0b"sv), SString("a\0c"sv), SString("a")};
     EXPECT_EQ(set.size(), 1u);
+}
+
+// An operand of a type that no operation names must not fall to one on the text's address or truth
+// value.
+template <class Text, class Number>
+concept ComputesWith = requires(Text text, Number number) {
+    text + number;
+}
+|| requires(Text text, Number number) {
+    number + text;
+}
+|| requires(Text text, Number number) {
+    text == number;
+}
+|| requires(Text text, Number number) {
+    text < number;
+};
+
+TEST(StringOperands, AreTextAndNeverNumbers) {
+    static_assert(!ComputesWith<SString, int> && !ComputesWith<SString, double>);
+    const SString text = "bc";
+    ExpectText('a' + text + 'd', "abcd");
+    EXPECT_TRUE(SString("b") == 'b' && text != 'b' && 'c' != text);
+    EXPECT_TRUE(text[1L] == 'c' && text[std::size_t{1}] == 'c' && text[short{1}] == 'c');
+    EXPECT_EQ(text[0x100000000], 0);
+    using Pair = std::pair<SString, int>;
+    const SString later = "d";
+    const SString earlier = "a";
+    EXPECT_TRUE(Pair(earlier, 1) < Pair(later, 0) && Pair(text, 1) < Pair("bc", 2));
+    EXPECT_TRUE((std::vector<SString>{later} > std::vector<SString>{earlier, later}));
 }
 
 TEST_P(StringTest, TextOfAnotherPageStaysWithinItsBuffer) {

@@ -27,6 +27,7 @@
 #include <brcore8/platform/types.h>
 
 #include <atomic>
+#include <compare>
 #include <concepts>
 #include <cstdarg>
 #include <cstddef>
@@ -34,6 +35,7 @@
 #include <functional>
 #include <iosfwd>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 class SStringBuffer;
@@ -104,6 +106,7 @@ public:
         if (text_ != EmptyText()) Drop(text_);
     }
 
+    void Init(std::nullptr_t) noexcept { Done(); }
     void Init(const char* text) { *this = text; }
     void Init(const unsigned short* text) { *this = text; }
     void Init(const SString& text) { *this = text; }
@@ -114,11 +117,13 @@ public:
     SString& operator=(SString&& other);
     SString& operator=(const SStringBuffer& buffer);
     // Null is empty.
+    SString& operator=(std::nullptr_t) noexcept { return Done(), *this; }
     SString& operator=(const char* text);
     SString& operator=(const unsigned short* text);
     SString& operator=(std::string_view text);
     // The single character.
     SString& operator=(unsigned int character);
+    SString& operator=(int character) { return *this = static_cast<unsigned int>(character); }
     SString& operator=(char character);
 
     // ---- Read ---------------------------------------------------------------------------------
@@ -148,6 +153,11 @@ public:
     // 0 outside 0..Length()-1.
     int GetAt(int index) const noexcept;
     int operator[](int index) const noexcept { return GetAt(index); }
+    // For an index of another type, which would index the `const char*` as well as this string.
+    template <std::integral Index>
+    int operator[](Index index) const noexcept {
+        return std::in_range<int>(+index) ? GetAt(static_cast<int>(index)) : 0;
+    }
     // Replaces the character at `index`, which may change the byte length; nothing outside
     // 0..Length()-1.
     void SetAt(int index, unsigned int character);
@@ -453,6 +463,17 @@ static_assert(sizeof(SString) == sizeof(void*));
 BRCORE8_API SString operator+(const SString& left, const SString& right);
 BRCORE8_API SString operator+(const SString& left, const char* right);
 BRCORE8_API SString operator+(const char* left, const SString& right);
+inline SString operator+(const SString& left, char right) {
+    return left + SString(right, 1);
+}
+inline SString operator+(char left, const SString& right) {
+    return SString(left, 1) + right;
+}
+// Neither an offset nor a character code: take the `const char*` for the one, `+=` for the other.
+template <class Number>
+requires std::is_arithmetic_v<Number> SString operator+(const SString&, Number) = delete;
+template <class Number>
+requires std::is_arithmetic_v<Number> SString operator+(Number, const SString&) = delete;
 
 // By character code, as Compare; null counts as empty.
 BRCORE8_API bool operator==(const SString& left, const SString& right) noexcept;
@@ -473,6 +494,21 @@ BRCORE8_API bool operator<=(const char* left, const SString& right) noexcept;
 BRCORE8_API bool operator>=(const SString& left, const SString& right) noexcept;
 BRCORE8_API bool operator>=(const SString& left, const char* right) noexcept;
 BRCORE8_API bool operator>=(const char* left, const SString& right) noexcept;
+// The same order for std::pair, std::vector and others that would compare pointers without it.
+inline std::weak_ordering operator<=>(const SString& left, const SString& right) noexcept {
+    return left.Compare(right) <=> 0;
+}
+// Whether the text is this one byte.
+inline bool operator==(const SString& left, char right) noexcept {
+    return left.View() == std::string_view(&right, 1);
+}
+// A number would be compared with the truth value of the text: convert explicitly.
+template <class Number>
+requires std::is_arithmetic_v<Number>
+bool operator==(const SString&, Number) = delete;
+template <class Number>
+requires std::is_arithmetic_v<Number>
+bool operator<=>(const SString&, Number) = delete;
 
 // The bytes of the text, zero bytes included; width and fill apply as to a std::string_view.
 BRCORE8_API std::ostream& operator<<(std::ostream& stream, const SString& text);
