@@ -6,8 +6,8 @@
 
 #include <cstdio>
 
-// Bytes pass through standard input, output and error as they are; on some platforms a line feed would
-// become two characters without this.
+// Bytes pass through standard input, output and error as they are; on some platforms a line feed
+// would become two characters without this.
 BRCORE8_API void SBinaryStandardStreams();
 
 // Whether a person sits at the other end of the stream.
