@@ -22,6 +22,7 @@ TEST(Resources, LoadStringCutsToItsBuffer) {
         {"one byte short", 7, 5, 4},
         {"terminator only", 7, 1, 0},
         {"absent", 8, 64, 0},
+        {"low 16 bits count", 0x10007, 64, 5},
         {"300 characters", 300, 512, 300},
         {"511 in 512", 511, 512, 511},
         {"512 in 512", 512, 512, 511},
@@ -35,7 +36,7 @@ TEST(Resources, LoadStringCutsToItsBuffer) {
                   static_cast<int>(row.length));
         EXPECT_EQ(std::strlen(buffer.data()), row.length);
         EXPECT_EQ(buffer[static_cast<std::size_t>(row.size)], '#');
-        EXPECT_EQ(std::strncmp(buffer.data(), row.id == 7 ? "seven" : "0123456789",
+        EXPECT_EQ(std::strncmp(buffer.data(), (row.id & 0xFFFF) == 7 ? "seven" : "0123456789",
                                std::min<std::size_t>(row.length, 10)),
                   0);
     }

@@ -62,7 +62,7 @@ StringResources::~StringResources() {
 int LoadStringA(HINSTANCE module, unsigned id, char* buffer, int size) {
     if (size <= 0) return -1;
     const LightLockGuard guard(g_lock);
-    const char* text = brcore8::StringResourcesAccess::Find(module, id);
+    const char* text = brcore8::StringResourcesAccess::Find(module, id & 0xFFFF);
     if (text == nullptr) text = "";
     const std::size_t length = std::min(std::strlen(text), static_cast<std::size_t>(size) - 1);
     std::memcpy(buffer, text, length);
