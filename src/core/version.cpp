@@ -12,7 +12,8 @@ std::string SVersionReport() {
     std::string report = std::string("brcore8 ") + SLibraryVersion() + "\n";
     report += "platform: " + brcore8::PlatformVersion() + "\n";
     report += "code pages:";
-    for (const int page : SSupportedCodePages()) report.append(" ").append(std::to_string(page));
+    for (const int page : SSupportedCodePages())
+        report.append(" ").append(std::to_string(page));
     report += "\n";
     for (const brcore8::PlatformPart& part : brcore8::PlatformParts())
         report += std::string(part.name) + ": " + part.source + "\n";
