@@ -132,7 +132,7 @@ TEST(Exception, HasNoTextWhenMemoryIsShort) {
     EXPECT_STREQ(error.GetText(), "Operation canceled by user.\r");
 }
 
-TEST(Exception, ThreadsMayAskOneObject) {
+TEST(ExceptionThreads, AskOneObject) {
     const SEWinError error(32);
     std::vector<std::thread> threads;
     for (int i = 0; i < 8; ++i) {

@@ -262,7 +262,7 @@ TEST(FixedAlloc, KeepsContentThroughRandomUse) {
     }
 }
 
-TEST(FixedAlloc, SixteenThreadsShareAPool) {
+TEST(FixedAllocThreads, ShareAPool) {
     SFixedAlloc pool(24, 16, nullptr, nullptr);
     std::vector<std::thread> threads;
     for (unsigned seed = 0; seed < 16; ++seed)

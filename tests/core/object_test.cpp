@@ -216,7 +216,7 @@ TEST(ClassChain, BasesThatFormARingAreWalkedOnce) {
     }
 }
 
-TEST(ClassChain, LibrariesComeAndGoInThreads) {
+TEST(ClassChainThreads, LoadAndUnloadLibraries) {
     const SClassInfo* const tail = Tail();
     std::vector<std::thread> threads;
     for (int thread = 0; thread < 8; ++thread) {
