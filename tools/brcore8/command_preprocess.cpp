@@ -5,6 +5,9 @@
 #include "progress.h"
 #include "text_input.h"
 
+#include <brcore8/core/exception.h>
+#include <brcore8/streams/encodings.h>
+#include <brcore8/streams/input_buffer.h>
 #include <brcore8/text/preprocessor.h>
 #include <brcore8/text/symbol_table.h>
 
@@ -38,9 +41,18 @@ void Define(SSymbolTable& symbols, const std::string& definition) {
         symbols.AddSymbol(name, value, DefinitionCategory);
 }
 
+// 8-bit text as the library's own reader delivers it, every line end as CR LF.
+SString ReadKnownAnsi(std::string_view bytes) {
+    if (bytes.size() > SString::MaxBytes) throw SEOutOfMemory();
+    SInputBuffer source(bytes.data(), static_cast<int>(bytes.size()));
+    SInputForcedANSIStream text(source, 0, SInputMultiFormat::FormatAnsi, SKnownFormat());
+    return SString(std::string_view(SReadAll(text)));
+}
+
 SString ReadText(const std::string& path, const Settings& settings) {
-    const std::string_view lineEnd = "\r\n";
     const TextInput input(path, settings);
+    if (input.Format() == TextFormat::Ansi) return ReadKnownAnsi(input.Bytes());
+    const std::string_view lineEnd = "\r\n";
     const std::string lines = input.Text(TextFormat::Ansi, lineEnd);
     return SString(
         std::string_view(lines).substr(0, lines.size() - (input.EndsOpen() ? lineEnd.size() : 0)));

@@ -25,6 +25,9 @@ public:
     TextInput(const std::string& input, const Settings& settings,
               std::optional<TextFormat> from = std::nullopt);
 
+    TextFormat Format() const { return format_; }
+    // The bytes behind the mark, as they were read.
+    std::string_view Bytes() const { return std::string_view(bytes_).substr(markLength_); }
     // The whole text in the given format, `lineEnd` (in that format too) after every line.
     // Characters that did not survive are reported on standard error, and fail the work when the
     // settings are strict.
