@@ -1,4 +1,4 @@
-// Pipes, devices, owners, permissions and real kills.
+// Pipes, devices, links, owners, permissions and real kills.
 #include <brcore8/streams/input_file.h>
 #include <brcore8/streams/output_file.h>
 #include <brcore8/streams/output_on_change.h>
@@ -8,11 +8,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <csignal>
+#include <filesystem>
 #include <thread>
 
 #include "streams/support.h"
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr char kWriteFailed[] = "SEIOException: Write failed";
 constexpr uid_t kNobody = 65534;
@@ -167,6 +170,20 @@ TEST(SpecialFiles, AKilledRewriteLeavesAWholeFile) {
         EXPECT_EQ(Get(path), finished ? after : before);
         ASSERT_LT(nth, 100);
     }
+}
+
+TEST(SpecialFiles, ARewriteFollowsSymbolicLinks) {
+    const Folder folder;
+    fs::create_directory(folder / "deep");
+    Put(folder / "deep/file", "old");
+    fs::create_symlink("deep/file", folder / "link");
+    EXPECT_EQ(Save(folder / "link", "new"), 1);
+    EXPECT_TRUE(fs::is_symlink(folder / "link"));
+    EXPECT_EQ(Get(folder / "deep/file"), "new");
+    fs::remove(folder / "deep/file");
+    EXPECT_EQ(Save(folder / "link", "again"), 1) << "a link that leads nowhere yet";
+    EXPECT_EQ(Get(folder / "deep/file"), "again");
+    EXPECT_TRUE(fs::is_symlink(folder / "link"));
 }
 
 }  // namespace
