@@ -6,20 +6,13 @@
 #include <cstring>
 #include <string>
 
+#include "support/page_scope.h"
+
 namespace {
 
 int Sign(int order) {
     return order < 0 ? -1 : order > 0;
 }
-
-// Chooses a page for one test and gives the default back after it.
-class Page {
-public:
-    explicit Page(int page) { EXPECT_EQ(_setmbcp(page), 0); }
-    ~Page() { _setmbcp(0); }
-    Page(const Page&) = delete;
-    Page& operator=(const Page&) = delete;
-};
 
 TEST(ProcessPage, IsChosenAndTold) {
     for (const int page : SSupportedCodePages()) {
@@ -104,7 +97,7 @@ TEST(Numeric, StopsAfterBytes) {
 }
 
 TEST(Numeric, ComparesDoubleByteCodes) {
-    const Page page(932);
+    const PageScope page(932);
     EXPECT_LT(_tcscmpi("\x82\xA0", "a"), 0) << "a lead byte is signed";
     EXPECT_GT(_tcscmpi("\xB1", "a"), 0) << "a single byte is not";
     EXPECT_LT(_tcscmpi("\x83\x41"
@@ -131,7 +124,7 @@ TEST(Search, IgnoresCase) {
     EXPECT_EQ(_tcsichr(text, 'q'), nullptr);
     EXPECT_EQ(_tcsichr(nullptr, 'q'), nullptr);
 
-    const Page page(932);
+    const PageScope page(932);
     const char* const kana = "\x83\x61\x82\x81";
     EXPECT_EQ(_tcsichr(kana, 'A'), nullptr) << "a trail byte is no letter";
     EXPECT_EQ(_tcsichr(kana, 0x8260), kana + 2);
@@ -142,13 +135,13 @@ TEST(Case, Toggles) {
     char western[] = "aB1\xE9\xB5";
     EXPECT_STREQ(CharToggle(western), "Ab1\xC9\xB5") << "the micro sign has no capital here";
     EXPECT_EQ(CharToggle(nullptr), nullptr);
-    const Page page(932);
+    const PageScope page(932);
     char japanese[] = "aB\x83\x61\x82\x60";
     EXPECT_STREQ(CharToggle(japanese), "Ab\x83\x61\x82\x81");
 }
 
 TEST(Wide, ConvertsTerminatedText) {
-    const Page page(932);
+    const PageScope page(932);
     const unsigned short wide[] = {'a', 0x3042, 'b', 0};
     char text[8];
     EXPECT_EQ(Swcstombsz(text, wide, sizeof text), 5);
@@ -196,7 +189,7 @@ TEST(Utf8Helpers, KeepTheirThreeByteForms) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        const Page page(row.page);
+        const PageScope page(row.page);
         char utf8[32], text[32];
         EXPECT_STREQ(ST2UTF8Helper(utf8, row.text, 8), row.utf8);
         EXPECT_STREQ(SUTF82THelper(text, row.utf8, static_cast<int>(std::strlen(row.utf8)) + 1),
@@ -209,7 +202,7 @@ TEST(Utf8Helpers, KeepTheirThreeByteForms) {
     EXPECT_STREQ(SUTF82THelper(out, "abc", 3), "ab") << "room for the terminator";
     EXPECT_STREQ(SUTF82THelper(out, "a\xC3(b\xFF\xE3\x81", 32), "a?(b??") << "malformed";
     EXPECT_STREQ(SUTF82THelper(out, "\xF0\x9F\x98\x80", 32), "??") << "as two surrogates";
-    const Page page(1251);
+    const PageScope page(1251);
     EXPECT_STREQ(SUTF82THelper(out, "\xD0\x90", 32), "\xC0") << "the standard form";
 }
 
@@ -226,7 +219,7 @@ TEST(Conversion, ReportsWhatItLost) {
     EXPECT_EQ(STextFromUtf16(u"\u2500", nullptr, SCodePageKind::Oem), "\xC4");
     EXPECT_EQ(SUtf16FromText("\xC4", nullptr, SCodePageKind::Oem), u"\u2500");
     EXPECT_EQ(SUtf16FromText({"a\0\x80", 3}), std::u16string(u"a\0\u20AC", 3));
-    const Page page(932);
+    const PageScope page(932);
     EXPECT_EQ(SUtf16FromText("\x82\xA0z"), u"\u3042z");
     EXPECT_EQ(STextFromUtf16(u"\u3042z", &loss), "\x82\xA0z");
     EXPECT_EQ(loss.count, 0u) << "nor is an older loss kept";

@@ -5,6 +5,7 @@
 #include "progress.h"
 
 #include <brcore8/core/exception.h>
+#include <brcore8/core/version.h>
 #include <brcore8/platform/console.h>
 #include <brcore8/strings/multibyte.h>
 
@@ -88,7 +89,7 @@ int Main(int argc, char** argv) {
     parser.require_subcommand(1);
     parser.allow_windows_style_options(false);  // a name may begin with a slash
     parser.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-    parser.set_version_flag("--version", std::string("brcore8 " BRCORE8_VERSION));
+    parser.set_version_flag("--version", std::string("brcore8 ") + SLibraryVersion());
     AddSharedOptions(parser, settings);
 
     std::map<const CLI::App*, std::pair<std::string, Action>> actions;
