@@ -18,6 +18,10 @@ if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
 endif()
 
 find_package(Threads REQUIRED)
+find_package(ZLIB REQUIRED)
+if(NOT WIN32)
+    find_package(SQLite3 REQUIRED)
+endif()
 include(Brcore8Resources)
 
 function(brcore8_warnings target)

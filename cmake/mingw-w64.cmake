@@ -11,3 +11,5 @@ set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # Windows 7 and later; printf as the C and C++ standards have it.
 set(CMAKE_CXX_FLAGS_INIT "-D_WIN32_WINNT=0x0601 -D__USE_MINGW_ANSI_STDIO=1")
+# Linked into the library itself, so that no further DLL goes with it.
+set(ZLIB_LIBRARY "/usr/${BRCORE8_MINGW}/lib/libz.a" CACHE FILEPATH "zlib")

@@ -7,6 +7,8 @@ g++ g++
 cmake cmake
 ninja-build ninja
 libcli11-dev /usr/include/CLI/CLI.hpp
+zlib1g-dev /usr/include/zlib.h
+libsqlite3-dev /usr/include/sqlite3.h
 '
 needs_test='
 googletest /usr/src/googletest/CMakeLists.txt
@@ -18,6 +20,7 @@ ccache ccache
 clang-14 clang++-14
 libclang-rt-14-dev /usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.fuzzer-x86_64.a
 g++-mingw-w64-x86-64-posix x86_64-w64-mingw32-g++-posix
+libz-mingw-w64-dev /usr/x86_64-w64-mingw32/lib/libz.a
 g++-mingw-w64-i686-posix i686-w64-mingw32-g++-posix
 wine wine
 wine64 /usr/lib/wine/wine64
