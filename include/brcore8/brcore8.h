@@ -8,11 +8,13 @@
 #include <brcore8/containers/rb_tree.h>
 #include <brcore8/containers/table.h>
 #include <brcore8/containers/tree.h>
+#include <brcore8/core/cast.h>
 #include <brcore8/core/exception.h>
 #include <brcore8/core/fixed_alloc.h>
 #include <brcore8/core/idle.h>
 #include <brcore8/core/module.h>
 #include <brcore8/core/object.h>
+#include <brcore8/core/pool_resource.h>
 #include <brcore8/core/throw.h>
 #include <brcore8/core/version.h>
 #include <brcore8/platform/console.h>

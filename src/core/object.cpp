@@ -2,7 +2,12 @@
 
 #include <brcore8/platform/light_lock.h>
 
+#include "core/memory.h"
+
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
+#include <new>
 
 // All of this is constant-initialised: descriptors register themselves during the dynamic
 // initialisation of other files and leave after main.
@@ -12,6 +17,7 @@ namespace {
 
 constinit SClassInfo* g_tail = nullptr;
 constinit brcore8::LightLock g_registryLock;
+constinit unsigned g_changes = 0;  // counts what comes, goes and is assigned
 
 // Follows one of the links and ends even where assignments have closed them to a ring: a mark is
 // put down at ever longer intervals, and meeting it again means that everything was seen.
@@ -55,6 +61,69 @@ SClassInfo* UnlinkBehind(SClassInfo* leaving, SClassInfo* successor) noexcept {
     return predecessor != nullptr ? predecessor : last;
 }
 
+// The chain's classes by name, those of one name in the order of the chain. Used under the lock.
+class NameIndex {
+public:
+    constexpr NameIndex() noexcept = default;
+
+    // Null also when no class has the name; false when there is no memory for the index.
+    bool Find(const char* name, SClassInfo** found) noexcept {
+        if ((entries_ == nullptr || changes_ != g_changes) && !Build()) return false;
+        Entry* const end = entries_ + count_;
+        const Entry* const entry =
+            std::lower_bound(entries_, end, name, [](const Entry& left, const char* right) {
+                return std::strcmp(left.info->className, right) < 0;
+            });
+        const bool hit = entry != end && std::strcmp(entry->info->className, name) == 0;
+        *found = hit ? entry->info : nullptr;
+        return true;
+    }
+
+private:
+    struct Entry {
+        SClassInfo* info;
+        std::size_t position;
+    };
+
+    bool Build() noexcept {
+        std::size_t count = 0;
+        for (Walk<&SClassInfo::next> walk(g_pClassInfo); walk.Current() != nullptr; walk.Advance())
+            ++count;
+        if (count > capacity_ && !Reserve(count)) return false;
+        count_ = 0;
+        for (Walk<&SClassInfo::next> walk(g_pClassInfo); walk.Current() != nullptr;
+             walk.Advance()) {
+            if (walk.Current()->className == nullptr) continue;
+            entries_[count_] = {walk.Current(), count_};
+            ++count_;
+        }
+        std::sort(entries_, entries_ + count_, [](const Entry& left, const Entry& right) {
+            const int order = std::strcmp(left.info->className, right.info->className);
+            return order != 0 ? order < 0 : left.position < right.position;
+        });
+        changes_ = g_changes;
+        return true;
+    }
+
+    // The block stays to the end of the process: static objects may ask while they are destroyed.
+    bool Reserve(std::size_t count) noexcept {
+        const std::size_t bytes = 2 * count * sizeof(Entry);
+        void* const block =
+            brcore8::MayAllocate(bytes) ? ::operator new(bytes, std::nothrow) : nullptr;
+        if (block == nullptr) return false;
+        ::operator delete(entries_);
+        entries_ = static_cast<Entry*>(block);
+        capacity_ = 2 * count;
+        return true;
+    }
+
+    Entry* entries_ = nullptr;
+    std::size_t capacity_ = 0;
+    std::size_t count_ = 0;
+    unsigned changes_ = 0;
+};
+constinit NameIndex g_names;
+
 }  // namespace
 
 SClassInfo::SClassInfo(const char* name, unsigned long schemaNumber, unsigned int size,
@@ -72,6 +141,7 @@ SClassInfo::SClassInfo(const char* name, unsigned long schemaNumber, unsigned in
         g_tail->next = this;
     }
     g_tail = this;
+    ++g_changes;
 }
 
 SClassInfo::~SClassInfo() {
@@ -80,6 +150,7 @@ SClassInfo::~SClassInfo() {
     if (g_pClassInfo == this) g_pClassInfo = successor;
     SClassInfo* const predecessor = UnlinkBehind(this, successor);
     if (g_tail == this) g_tail = predecessor;
+    ++g_changes;
 }
 
 SClassInfo::SClassInfo(const SClassInfo& other) noexcept = default;
@@ -92,6 +163,7 @@ SClassInfo& SClassInfo::operator=(const SClassInfo& other) noexcept {
     base = other.base;
     next = other.next;
     factory = other.factory;
+    ++g_changes;
     return *this;
 }
 
@@ -104,6 +176,18 @@ int SClassInfo::IsDerivedFrom(const SClassInfo* other) const noexcept {
         if (walk.Current() == other) return 1;
     }
     return 0;
+}
+
+SClassInfo* SFindClass(const char* name) noexcept {
+    if (name == nullptr) return nullptr;
+    const brcore8::LightLockGuard guard(g_registryLock);
+    SClassInfo* found = nullptr;
+    if (g_names.Find(name, &found)) return found;
+    for (Walk<&SClassInfo::next> walk(g_pClassInfo); walk.Current() != nullptr; walk.Advance()) {
+        const char* const className = walk.Current()->className;
+        if (className != nullptr && std::strcmp(className, name) == 0) return walk.Current();
+    }
+    return nullptr;
 }
 
 SClassInfo SObject::m_SObject("SObject", 1, sizeof(SObject), nullptr, nullptr);

@@ -1,11 +1,15 @@
 #include <brcore8/core/exception.h>
 #include <brcore8/core/fixed_alloc.h>
+#include <brcore8/core/pool_resource.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <list>
 #include <memory>
+#include <memory_resource>
+#include <new>
 #include <random>
 #include <thread>
 #include <utility>
@@ -260,6 +264,29 @@ TEST(FixedAlloc, KeepsContentThroughRandomUse) {
         pool.FreeUnused();
         ExpectStats(pool, 0, 0, 0);
     }
+}
+
+TEST(PoolResource, ServesWhatFitsABlock) {
+    SFixedAlloc pool(48, 16, nullptr, nullptr), second(48, 16, nullptr, nullptr);
+    std::pmr::monotonic_buffer_resource upstream;
+    SPoolResource resource(pool, &upstream), same(pool, &upstream), other(second, &upstream);
+    EXPECT_TRUE(resource == same);
+    EXPECT_FALSE(resource == other);
+    {
+        std::pmr::list<int> numbers(100, 7, &resource);
+        EXPECT_EQ(pool.GetStats().live, 100u);
+        numbers.resize(40);
+        EXPECT_EQ(pool.GetStats().live, 40u);
+        const std::pmr::vector<char> large(49, 'x', &resource);
+        void* const aligned = resource.allocate(16, 32);
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(aligned) % 32, 0u);
+        resource.deallocate(aligned, 16, 32);
+        EXPECT_EQ(pool.GetStats().live, 40u) << "too large or too aligned for a block";
+    }
+    EXPECT_EQ(pool.GetStats().live, 0u);
+    pool.FreeAll();
+    const FailNthAllocation refused(1);
+    EXPECT_THROW(static_cast<void>(resource.allocate(48, alignof(void*))), std::bad_alloc);
 }
 
 TEST(FixedAllocThreads, ShareAPool) {

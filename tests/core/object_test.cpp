@@ -1,3 +1,4 @@
+#include <brcore8/core/cast.h>
 #include <brcore8/core/object.h>
 #include <gtest/gtest.h>
 
@@ -7,6 +8,8 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "support/failing_allocator.h"
 
 namespace {
 
@@ -60,6 +63,18 @@ TEST(Object, TypeTests) {
         EXPECT_EQ(SObject::m_SObject.IsDerivedFrom(row.info), 0);
         EXPECT_NE(row.object.AssertValid(), 0);
     }
+}
+
+TEST(Object, CastsGoByTheDescriptors) {
+    STestSquare square;
+    STestOther other;
+    SObject* const object = &square;
+    EXPECT_EQ(SCast<STestSquare>(object), &square);
+    EXPECT_EQ(SCast<STestShape>(object), &square);
+    EXPECT_EQ(SCast<SObject>(object), &square);
+    EXPECT_EQ(SCast<STestOther>(object), nullptr);
+    EXPECT_EQ(SCast<STestSquare>(static_cast<const SObject*>(&other)), nullptr);
+    EXPECT_EQ(SCast<STestShape>(static_cast<SObject*>(nullptr)), nullptr);
 }
 
 TEST(Object, DescriptorsSayWhatTheMacrosWereTold) {
@@ -157,6 +172,29 @@ TEST(ClassChain, IsEmptyWithoutDescriptors) {
     }
     const Named late("D");
     EXPECT_EQ(After(libraryTail), "D ");
+}
+
+TEST(ClassChain, IsIndexedByName) {
+    EXPECT_EQ(SFindClass("STestSquare"), &STestSquare::m_STestSquare);
+    EXPECT_EQ(SFindClass("SObject"), &SObject::m_SObject);
+    for (const char* name : {"", "STestSquar", "STestSquares", "sobject"})
+        EXPECT_EQ(SFindClass(name), nullptr) << name;
+    EXPECT_EQ(SFindClass(nullptr), nullptr);
+
+    auto first = std::make_unique<Named>("Twin");
+    const Named second("Twin"), unnamed(nullptr);
+    EXPECT_EQ(SFindClass("Twin"), first.get());
+    first.reset();
+    EXPECT_EQ(SFindClass("Twin"), &second);
+    {
+        std::vector<std::unique_ptr<Named>> many;  // the index needs a larger block
+        for (int i = 0; i < 1000; ++i)
+            many.push_back(std::make_unique<Named>("Many"));
+        const FailNthAllocation refused(1, true);
+        EXPECT_EQ(SFindClass("Many"), many.front().get()) << "without memory";
+        EXPECT_EQ(SFindClass("None"), nullptr) << "without memory";
+    }
+    EXPECT_EQ(SFindClass("Many"), nullptr);
 }
 
 TEST(ClassChain, CopiesAreNotRegistered) {

@@ -55,10 +55,19 @@ static_assert(sizeof(void*) != 4 || sizeof(SClassInfo) == 28);
 // The first descriptor of the chain, null while none is registered.
 extern BRCORE8_API SClassInfo* g_pClassInfo;
 
+// The registered class of that name, the first where several bear it; null when there is none, or
+// `name` is null. It goes by an index that is made anew after classes came or went, so that asking
+// again costs a few comparisons; where memory for the index is refused, the chain is walked.
+BRCORE8_API SClassInfo* SFindClass(const char* name) noexcept;
+
 // The root of the library's polymorphic classes. It holds no data.
 class BRCORE8_API SObject {
 public:
     static SClassInfo m_SObject;
+
+    // What SCast asks of a class; the macros below declare it for the others.
+    using DescribedClass = SObject;
+    static SClassInfo& Descriptor() noexcept { return m_SObject; }
 
     // Virtual operations, in slot order.
 
@@ -113,16 +122,18 @@ BRCORE8_API int SAssertValidInterface(IUnknown* object, const char* file, long l
 // null if memory for it is refused. Programs use the same macros for classes of their own; the
 // base must be the direct one, since the descriptor is that of the class named.
 
-#define SDECLARE_CLASS(Class)    \
-public:                          \
-    static SClassInfo m_##Class; \
+#define SDECLARE_CLASS(Class)                  \
+public:                                        \
+    static SClassInfo m_##Class;               \
+    using DescribedClass = Class;              \
+    static SClassInfo& Descriptor() noexcept { \
+        return m_##Class;                      \
+    }                                          \
     SClassInfo* GetClassInfoA() const override
 
 #define SDECLARE_CREATABLE(Class) \
-public:                           \
-    static Class* CreateObject(); \
-    static SClassInfo m_##Class;  \
-    SClassInfo* GetClassInfoA() const override
+    SDECLARE_CLASS(Class);        \
+    static Class* CreateObject()
 
 #define SIMPLEMENT_DESCRIPTOR_(Class, Base, Schema, Create)                               \
     SClassInfo Class::m_##Class(#Class, Schema, static_cast<unsigned int>(sizeof(Class)), \
