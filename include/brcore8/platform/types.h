@@ -5,6 +5,8 @@
 
 struct HINSTANCE__;
 using HINSTANCE = HINSTANCE__*;
+struct HKEY__;
+using HKEY = HKEY__*;
 
 // <windows.h> turns these words into macros; members of our classes bear the same names. Such a
 // member is declared under its plain name and under the decorated one that the macro makes of it,
