@@ -13,6 +13,7 @@ libsqlite3-dev /usr/include/sqlite3.h
 needs_test='
 googletest /usr/src/googletest/CMakeLists.txt
 gdb gdb
+libfmt-dev /usr/include/fmt/format.h
 pkg-config pkg-config
 '
 needs_all='

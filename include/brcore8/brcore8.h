@@ -38,6 +38,7 @@
 #include <brcore8/streams/output_on_change.h>
 #include <brcore8/streams/output_stream.h>
 #include <brcore8/streams/progress.h>
+#include <brcore8/streams/std_streams.h>
 #include <brcore8/streams/text_lines.h>
 #include <brcore8/strings/multibyte.h>
 #include <brcore8/strings/string.h>

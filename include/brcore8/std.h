@@ -1,5 +1,5 @@
 // A bridge for programs that catch std::exception only: the library's exceptions have no base of
-// their own kind.
+// their own kind. And SString's formatter, where the compiler has <format>.
 //
 //     const int exitCode = SWithStdExceptions([&] { return Run(arguments); });
 //
@@ -8,9 +8,25 @@
 #define BRCORE8_STD_H
 
 #include <brcore8/core/exception.h>
+#include <brcore8/strings/string.h>
 
 #include <exception>
+#include <string_view>
 #include <utility>
+#include <version>
+
+#if defined(__cpp_lib_format)
+#include <format>
+
+// The text as a string of its length, zero bytes included.
+template <>
+struct std::formatter<SString> : std::formatter<std::string_view> {
+    template <class Context>
+    auto format(const SString& text, Context& context) const {
+        return std::formatter<std::string_view>::format(std::string_view(text), context);
+    }
+};
+#endif
 
 // Stands for an SException that is being handled; what() is its text.
 class SStdException : public std::exception {

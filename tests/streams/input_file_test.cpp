@@ -23,6 +23,25 @@ public:
     int aborted = 0;
 };
 
+TEST(CallbackProgress, TellsHowFarAndStopsWhenAsked) {
+    const Folder folder;
+    Put(folder / "file", std::string(100000, 'x'));
+    std::stop_source stop;
+    std::uint64_t last = 0;
+    SCallbackProgress progress(
+        [&](std::uint64_t done, std::uint64_t total) {
+            EXPECT_EQ(total, 100000u);
+            EXPECT_GE(done, last);
+            last = done;
+            if (done > 50000) stop.request_stop();
+        },
+        stop.get_token());
+    SInputFile file((folder / "file").c_str(), &progress);
+    EXPECT_EQ(Thrown([&] { SReadAll(file); }).substr(0, 20), "SEIOAbortedException");
+    EXPECT_GT(last, 50000u);
+    EXPECT_LT(last, 100000u);
+}
+
 TEST(InputFile, ReadsBytesAndBlocksToTheEnd) {
     const Folder folder;
     const std::string path = folder / "bytes";

@@ -1,5 +1,6 @@
 // SProgressIndicatorEx: what a file source tells about how far it is, and asks whether to go on.
-// STerminalProgress: one that draws a bar on a terminal.
+// STerminalProgress: one that draws a bar on a terminal. SCallbackProgress: one that calls a
+// function.
 //
 // Threads: an indicator belongs to the thread that reads; only the abort flag that a terminal
 // indicator watches may be set from another thread or from a signal handler.
@@ -12,7 +13,10 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <functional>
+#include <stop_token>
 #include <string>
+#include <utility>
 
 class BRCORE8_API SProgressIndicatorEx {
 public:
@@ -24,6 +28,42 @@ public:
     virtual std::uint64_t GetPosition() = 0;
     // Whether the user asked to stop: 1 or 0. The source then throws SEIOAbortedException.
     virtual int IsAborted() = 0;
+};
+
+// Tells a function how far it is, and stops when a token says so.
+//
+//     std::stop_source stop;                                   // another thread may ask it
+//     SCallbackProgress progress([](std::uint64_t done, std::uint64_t total) { Show(done, total);
+//     },
+//                                stop.get_token());
+//     SInputFile file(path, &progress);
+class SCallbackProgress : public SProgressIndicatorEx {
+public:
+    // Called with the bytes done and the bytes in all (0: unknown); what it throws reaches whoever
+    // reads.
+    using Callback = std::function<void(std::uint64_t done, std::uint64_t total)>;
+
+    // Either may be empty.
+    explicit SCallbackProgress(Callback callback, std::stop_token stop = {})
+        : callback_(std::move(callback)), stop_(std::move(stop)) {}
+
+    void SetRange(std::uint64_t first, std::uint64_t last) override {
+        first_ = position_ = first;
+        total_ = last > first ? last - first : 0;
+    }
+    void SetPosition(std::uint64_t position) override {
+        position_ = position;
+        if (callback_) callback_(position > first_ ? position - first_ : 0, total_);
+    }
+    std::uint64_t GetPosition() override { return position_; }
+    int IsAborted() override { return stop_.stop_requested() ? 1 : 0; }
+
+private:
+    Callback callback_;
+    std::stop_token stop_;
+    std::uint64_t first_ = 0;
+    std::uint64_t total_ = 0;
+    std::uint64_t position_ = 0;
 };
 
 // Draws one line on standard error: nothing when that is no terminal, nothing in the first half
