@@ -31,6 +31,8 @@ inline constexpr ClassRow kLibraryClasses[] = {
     {"SOutputGlobal", "SOutputStream", 0, false},
     {"SOutputBufferStream", "SOutputFilterStream", 0, false},
     {"SOutputStringStream", "SOutputFilterStream", 0, false},
+    // Drawing.
+    {"SGdiObject", "SObject", 1, true},
 };
 
 #endif

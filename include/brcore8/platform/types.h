@@ -8,6 +8,13 @@ using HINSTANCE = HINSTANCE__*;
 struct HKEY__;
 using HKEY = HKEY__*;
 
+// Drawing objects of every kind, and two kinds of them.
+using HGDIOBJ = void*;
+struct HBITMAP__;
+using HBITMAP = HBITMAP__*;
+struct HICON__;
+using HICON = HICON__*;
+
 // <windows.h> turns these words into macros; members of our classes bear the same names. Such a
 // member is declared under its plain name and under the decorated one that the macro makes of it,
 // so that a program sees the same class whichever header comes first.

@@ -6,6 +6,7 @@
 #include <brcore8/platform/types.h>
 
 #include "platform/posix/files.h"
+#include "platform/posix/gdi.h"
 #include "platform/posix/global.h"
 #include "platform/posix/message_box.h"
 #include "platform/posix/messages.h"
