@@ -50,6 +50,8 @@
 #include <brcore8/strings/tokenizer.h>
 #include <brcore8/strings/unicode.h>
 #include <brcore8/text/preprocessor.h>
+#include <brcore8/text/rtf_document.h>
+#include <brcore8/text/rtf_tables.h>
 #include <brcore8/text/symbol_table.h>
 
 #endif
