@@ -3,6 +3,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstring>
 #include <string>
 
 namespace {
@@ -60,6 +61,50 @@ std::string Prose(std::int64_t bytes) {
         text += "word" + std::to_string(word * 7919 % 1000) + ' ';
     return text;
 }
+
+// Where a search ends: at a text whose first byte is nowhere else, or at one that looks like the
+// rest.
+const char* const kRare =
+    "\x7F"
+    "end";
+const char* const kCommon = "word997 word!";
+
+template <const char* const& What>
+void FindOurs(benchmark::State& state) {
+    const SString text{Prose(state.range(0)) + What};
+    for (auto _ : state)
+        benchmark::DoNotOptimize(text.Find(What));
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+
+template <const char* const& What>
+void FindTheirs(benchmark::State& state) {
+    const std::string text = Prose(state.range(0)) + What;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(text.find(What));
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(FindOurs<kRare>)->Name("strings/find_rare/SString")->Range(1 << 14, 1 << 20);
+BENCHMARK(FindTheirs<kRare>)->Name("strings/find_rare/std")->Range(1 << 14, 1 << 20);
+BENCHMARK(FindOurs<kCommon>)->Name("strings/find_text/SString")->Range(1 << 14, 1 << 20);
+BENCHMARK(FindTheirs<kCommon>)->Name("strings/find_text/std")->Range(1 << 14, 1 << 20);
+
+void FindNoCase(benchmark::State& state) {
+    const SString text{Prose(state.range(0)) + kCommon};
+    for (auto _ : state)
+        benchmark::DoNotOptimize(text.FindNoCase("WORD997 Word!"));
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(FindNoCase)->Name("strings/find_nocase/SString")->Range(1 << 14, 1 << 20);
+
+// The peer: the C library's search without case.
+void FindNoCaseC(benchmark::State& state) {
+    const std::string text = Prose(state.range(0)) + kCommon;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(strcasestr(text.c_str(), "WORD997 Word!"));
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(FindNoCaseC)->Name("strings/find_nocase/strcasestr")->Range(1 << 14, 1 << 20);
 
 void ReplaceAll(benchmark::State& state) {
     const SString text(std::string_view(Prose(state.range(0))));

@@ -3,6 +3,7 @@
 #include <memory>
 #include <new>
 
+#include "platform/byte_search.h"
 #include "strings/mbs.h"
 
 namespace brcore8::mbs {
@@ -73,41 +74,51 @@ bool EndsInLoneLead(const Pattern& what) noexcept {
     return what.page.IsLead(Byte(what.end - 1)) && IsBoundary(what.page, what.begin, what.end - 1);
 }
 
-// The place in the pattern whose byte is rarest at the beginning of the text: looking for that
-// byte leaves the fewest places to compare.
-std::size_t RarestByte(const Pattern& what, const char* text, const char* end) noexcept {
-    constexpr std::ptrdiff_t kSample = 256;
-    if (end - text < 4 * kSample) return 0;
-    unsigned char counts[256] = {};
-    for (const char* p = text; p < text + kSample - 1; ++p)
-        ++counts[Byte(p)];
-    const char* rarest = what.begin;
-    for (const char* p = what.begin; p < what.end && p < what.begin + kSample; ++p)
-        if (counts[Byte(p)] < counts[Byte(rarest)]) rarest = p;
-    return static_cast<std::size_t>(rarest - what.begin);
-}
+// Places in the text where the pattern may stand, judged by its first byte or by its first and
+// last.
+class Candidates {
+public:
+    Candidates(const Pattern& what, const char* text) noexcept
+        : first_(Byte(what.begin)),
+          last_(Byte(what.end - 1)),
+          distance_(static_cast<std::size_t>(what.end - what.begin) - 1),
+          text_(text) {}
+
+    // The next one from `p` to `last`, or null.
+    const char* Next(const char* p, const char* last) noexcept {
+        // The C library's search for one byte is the fastest there is, while that byte is rare.
+        const bool rare = tries_++ * 64 <= static_cast<std::size_t>(p - text_);
+        if (rare || distance_ == 0)
+            return static_cast<const char*>(
+                std::memchr(p, first_, static_cast<std::size_t>(last - p) + 1));
+        return FindBytePair(p, last, {first_, first_}, distance_, {last_, last_});
+    }
+
+private:
+    unsigned char first_;
+    unsigned char last_;
+    std::size_t distance_;
+    const char* text_;
+    std::size_t tries_ = 0;
+};
 
 const char* SearchExact(const Pattern& what, const char* text, const char* end) noexcept {
     const auto bytes = static_cast<std::size_t>(what.end - what.begin);
     if (static_cast<std::size_t>(end - text) < bytes) return nullptr;
     const bool doubleByte = what.page.IsDoubleByte();
     const bool loneLead = doubleByte && EndsInLoneLead(what);
-    const std::size_t rare = RarestByte(what, text, end);
     const char* const last = end - bytes;  // where the last match could begin
+    Candidates candidates(what, text);
     Effort effort;
     const char* known = text;
-    for (const char* p = text; p <= last; ++p) {
-        p = static_cast<const char*>(
-            std::memchr(p + rare, Byte(what.begin + rare), static_cast<std::size_t>(last - p) + 1));
-        if (!p) return nullptr;
-        p -= rare;
-        std::size_t same = 0;
+    for (const char* p = text; p <= last && (p = candidates.Next(p, last)) != nullptr; ++p) {
+        std::size_t same = 1;
         while (same < bytes && p[same] == what.begin[same])
             ++same;
         const bool boundary = !doubleByte || IsWholeBefore(what.page, known, p);
         if (same == bytes && boundary && (!loneLead || p + bytes == end || p[bytes] == 0)) return p;
         known = boundary ? p : p + 1;
-        effort.spent += same + 1;
+        effort.spent += same;
         if (!effort.Exceeds(static_cast<std::size_t>(p - text))) continue;
         const char* found = nullptr;
         if (SearchWithTable(what, known, end, found)) return found;
@@ -116,7 +127,44 @@ const char* SearchExact(const Pattern& what, const char* text, const char* end) 
     return nullptr;
 }
 
-const char* SearchFolded(const Pattern& what, const char* text, const char* end) noexcept {
+// The bytes whose lower case is that of `byte`: two at most in every page but for oddities, which
+// give false.
+bool CasesOf(const unsigned char* lower, unsigned char byte, ByteChoice& cases) noexcept {
+    int count = 0;
+    for (unsigned other = 0; other < 256; ++other) {
+        if (lower[other] != lower[byte]) continue;
+        (count == 0 ? cases.one : cases.other) = static_cast<unsigned char>(other);
+        if (++count > 2) return false;
+    }
+    if (count == 1) cases.other = cases.one;
+    return true;
+}
+
+// Under a single-byte page: both ends of the pattern in both cases at once.
+const char* SearchFoldedBytes(const Pattern& what, ByteChoice first, ByteChoice lastOf,
+                              const char* text, const char* end) noexcept {
+    const unsigned char* const lower = what.page.LowerBytes();
+    const auto bytes = static_cast<std::size_t>(what.end - what.begin);
+    const char* const last = end - bytes;
+    Effort effort;
+    for (const char* p = text;
+         p <= last && (p = FindBytePair(p, last, first, bytes - 1, lastOf)) != nullptr; ++p) {
+        std::size_t same = 1;
+        while (same < bytes && lower[Byte(p + same)] == lower[Byte(what.begin + same)])
+            ++same;
+        if (same == bytes) return p;
+        effort.spent += same;
+        if (!effort.Exceeds(static_cast<std::size_t>(p - text))) continue;
+        const char* found = nullptr;
+        if (SearchWithTable(what, p, end, found)) return found;
+        effort.limited = false;
+    }
+    return nullptr;
+}
+
+// Character by character, as double-byte pages need it and short texts are served best.
+const char* SearchFoldedCharacters(const Pattern& what, const char* text,
+                                   const char* end) noexcept {
     const unsigned first = what.Code(what.begin, what.end);
     const unsigned char* const lower = what.page.LowerBytes();
     const bool doubleByte = what.page.IsDoubleByte();
@@ -146,6 +194,17 @@ const char* SearchFolded(const Pattern& what, const char* text, const char* end)
         p += Pattern::Width(code);
     }
     return nullptr;
+}
+
+const char* SearchFolded(const Pattern& what, const char* text, const char* end) noexcept {
+    if (end - text < what.end - what.begin) return nullptr;
+    constexpr std::ptrdiff_t kShort = 256;  // not worth the look at the page's letters
+    ByteChoice first{}, last{};
+    const unsigned char* const lower = what.page.LowerBytes();
+    if (end - text < kShort || what.page.IsDoubleByte() ||
+        !CasesOf(lower, Byte(what.begin), first) || !CasesOf(lower, Byte(what.end - 1), last))
+        return SearchFoldedCharacters(what, text, end);
+    return SearchFoldedBytes(what, first, last, text, end);
 }
 
 }  // namespace

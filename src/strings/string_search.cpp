@@ -1,5 +1,7 @@
 #include <brcore8/strings/string.h>
 
+#include <cstring>
+
 #include "strings/mbs.h"
 
 using brcore8::CodePage;
@@ -20,7 +22,13 @@ const char* SString::ReverseFind(unsigned int character) const noexcept {
 }
 
 const char* SString::Find(const char* what) const noexcept {
-    return Find(what, text_);
+    if (what == nullptr || IsLocked()) return Find(what, text_);
+    const auto bytes = static_cast<std::size_t>(LengthByte());
+    const char* const found = mbs::FindText(text_, bytes, what, std::strlen(what));
+    if (found == nullptr) return nullptr;
+    // The text ends at its first zero byte; only what stands before the find has to be asked.
+    const void* const zero = std::memchr(text_, 0, static_cast<std::size_t>(found - text_));
+    return zero == nullptr ? found : nullptr;
 }
 
 const char* SString::Find(const char* what, const char* from) const noexcept {

@@ -83,6 +83,9 @@ protected:
     // Opens a slot at the index and counts it; the caller constructs the element there at once,
     // or gives the slot back with CloseSlot. Growing goes 4, 7, 11, 17, 26, 40 ... slots.
     void* NewAt(int index);
+    // The same behind the last element, where the block has room.
+    bool HasRoom() const noexcept { return count_ < capacity_; }
+    void CountOne() noexcept { ++count_; }
     // Gives back a slot that holds no element.
     void CloseSlot(int index) noexcept;
     // Copies the value, which may lie in this table, into a new slot.
@@ -182,12 +185,14 @@ public:
     // ---- Add: the value may be an element of this table ---------------------------------------
     // Both return the new element.
 
-    T& Add(const T& value) { return Emplace(GetCount(), value); }
-    T& Add(T&& value) { return Emplace(GetCount(), std::move(value)); }
+    T& Add(const T& value) { return Append(value); }
+    T& Add(T&& value) { return Append(std::move(value)); }
     T& Insert(int index, const T& value) { return Emplace(index, value); }
     T& Insert(int index, T&& value) { return Emplace(index, std::move(value)); }
 
 private:
+    template <class V>
+    T& Append(V&& value);
     template <class V>
     T& Emplace(int index, V&& value);
 
@@ -198,6 +203,19 @@ private:
     }
     void Relocate(void* destination, void* source, int count, int& moved) override;
 };
+
+template <class T>
+template <class V>
+T& STable<T>::Append(V&& value) {
+    if constexpr (std::is_trivially_copyable_v<T>) {  // its copy calls nothing that could come back
+        if (HasRoom()) {
+            T* const slot = ::new (static_cast<void*>(end())) T(value);
+            CountOne();
+            return *slot;
+        }
+    }
+    return Emplace(GetCount(), std::forward<V>(value));
+}
 
 template <class T>
 template <class V>

@@ -74,7 +74,17 @@ public:
     SStringBuffer& operator+=(const SString& text) { return Append(text.View()); }
     SStringBuffer& operator+=(const char* text) { return Append(ViewOf(text)); }
     SStringBuffer& operator+=(std::string_view text) { return Append(text); }
-    SStringBuffer& operator+=(char character) { return Append({&character, 1}); }
+    SStringBuffer& operator+=(char character) {
+        SStringData* const data = GetData();
+        if (data->bytes >= data->capacity || IsShared()) return Append({&character, 1});
+        const std::int32_t bytes = data->bytes;
+        char* const end = text_ + bytes;
+        end[0] = character;
+        end[1] = 0;
+        data->bytes = bytes + 1;
+        data->characters = 0;
+        return *this;
+    }
     // One character, as SString takes it: two bytes for a double-byte code of the process's page.
     SStringBuffer& operator+=(unsigned int character);
     SStringBuffer& operator+=(int character) { return *this += static_cast<unsigned>(character); }
