@@ -26,6 +26,8 @@
 #include <brcore8/platform/types.h>
 #include <brcore8/settings/registry.h>
 #include <brcore8/settings/status.h>
+#include <brcore8/streams/binary_stream.h>
+#include <brcore8/streams/data_stream.h>
 #include <brcore8/streams/encodings.h>
 #include <brcore8/streams/file.h>
 #include <brcore8/streams/global.h>

@@ -21,6 +21,8 @@ inline constexpr ClassRow kLibraryClasses[] = {
     {"SInputGlobal", "SInputBuffer", 0, false},
     {"SInputBufferStream", "SInputFilterStream", 0, false},
     {"SInputPushbackStream", "SInputFilterStream", 0, false},
+    {"SInputBinaryStream", "SInputFilterStream", 0, false},
+    {"SDataInputStream", "SInputFilterStream", 0, false},
     {"SInputMultiFormat", "SInputPushbackStream", 0, false},
     {"SInputForcedANSIStream", "SInputMultiFormat", 0, false},
     {"SInputStringStream", "SInputMultiFormat", 0, false},
@@ -31,6 +33,8 @@ inline constexpr ClassRow kLibraryClasses[] = {
     {"SOutputGlobal", "SOutputStream", 0, false},
     {"SOutputBufferStream", "SOutputFilterStream", 0, false},
     {"SOutputStringStream", "SOutputFilterStream", 0, false},
+    {"SOutputBinaryStream", "SOutputFilterStream", 0, false},
+    {"SDataOutputStream", "SOutputFilterStream", 0, false},
     // Drawing.
     {"SGdiObject", "SObject", 1, true},
 };
