@@ -6,7 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <initializer_list>
+#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
@@ -182,6 +184,54 @@ TEST(StringTable, SortsAsTheModelDoes) {
         EXPECT_EQ(TextsOf(table), texts);
         table.Sort(0);
         EXPECT_EQ(TextsOf(table), Texts(texts.rbegin(), texts.rend()));
+    }
+}
+
+int Code(const char* left, const char* right) {
+    return SString(left).Compare(right);
+}
+
+int NoCase(const char* left, const char* right) {
+    return SString(left).CompareNoCase(right);
+}
+
+// Texts that differ early, late or only in case, with letters of both signs, over both kinds of
+// page. Without leading zeros even the numbered orders are orders.
+TEST(StringTable, SortsAsItsComparisonsSay) {
+    using Compare = int (*)(const char*, const char*);
+    const struct {
+        const char* name;
+        void (SStringTable::*sort)(int);
+        Compare first, second;
+    } rows[] = {
+        {"plain", &SStringTable::Sort, Code, Code},
+        {"no case", &SStringTable::SortNoCase, NoCase, Code},
+        {"numbered", &SStringTable::SortNumbered, _tcscmpi, _tcscmpi},
+        {"numbered, no case", &SStringTable::SortNumberedNoCase, _tcsicmpi, _tcscmpi},
+    };
+    const char* const pieces[] = {"a", "A", "pre", "\xE4", "\xC4", "\x80",      "\x82\xA0",
+                                  " ", ":", "/",   "7",    "12",   "123456789", "x5000000000"};
+    for (const int number : {1252, 932}) {
+        const PageScope page(number);
+        for (const auto& row : rows) {
+            SCOPED_TRACE(row.name + std::to_string(number));
+            std::mt19937 random(static_cast<unsigned>(number));
+            Texts texts(3000);
+            for (std::string& text : texts) {
+                for (unsigned i = random() % 6; i > 0; --i)
+                    if (const std::string piece = pieces[random() % std::size(pieces)];
+                        text.empty() || !std::isdigit(static_cast<unsigned char>(text.back())) ||
+                        !std::isdigit(static_cast<unsigned char>(piece[0])))
+                        text += piece;
+            }
+            SStringTable table = TableOf(texts);
+            (table.*row.sort)(1);
+            std::stable_sort(texts.begin(), texts.end(), [&](const auto& left, const auto& right) {
+                const int first = row.first(left.c_str(), right.c_str());
+                return (first != 0 ? first : row.second(left.c_str(), right.c_str())) < 0;
+            });
+            EXPECT_EQ(TextsOf(table), texts);
+        }
     }
 }
 

@@ -173,7 +173,8 @@ protected:
     void Relocate(void* destination, void* source, int count, int& moved) override;
 
 private:
-    void SortBy(int (*order)(const char* left, const char* right), bool ascending);
+    // Puts the strings, all of them, into that order; none: leaves them as they are.
+    void Rearrange(const STable<SString*>& order);
     void ReserveFor(int added);
     void Take(SStringTable& other);
 };
