@@ -3,8 +3,10 @@
 #define BRCORE8_TOOLS_COMMAND_H
 
 #include <functional>
+#include <initializer_list>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace CLI {
 class App;
@@ -43,6 +45,10 @@ struct Command {
 };
 std::span<const Command> Commands();
 
+// For a command made of several, of which one must be given: adds them to the parser and returns
+// what runs the one that was parsed.
+Action PrepareParts(CLI::App& parser, const Settings& settings, std::span<const Command> parts);
+
 Action PreparePreprocess(CLI::App& parser, const Settings& settings);
 Action PrepareConvert(CLI::App& parser, const Settings& settings);
 Action PrepareSort(CLI::App& parser, const Settings& settings);
@@ -53,6 +59,10 @@ Action PrepareHelp(CLI::App& parser, const Settings& settings);
 
 // The whole result of a command, on standard output.
 int Print(const std::string& text);
+
+// Fields with tabs between them and LF after the last; in a field a tab, CR, LF or backslash is
+// written \t, \r, \n, \\.
+std::string Row(std::initializer_list<std::string_view> fields);
 
 // One line on standard error.
 void Say(const std::string& line);

@@ -9,6 +9,8 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
+#include <map>
+#include <memory>
 
 namespace tool {
 namespace {
@@ -27,6 +29,32 @@ constexpr Command Table[] = {
 
 std::span<const Command> Commands() {
     return Table;
+}
+
+Action PrepareParts(CLI::App& parser, const Settings& settings, std::span<const Command> parts) {
+    parser.require_subcommand(1);
+    auto actions = std::make_shared<std::map<const CLI::App*, Action>>();
+    for (const Command& part : parts) {
+        CLI::App* sub = parser.add_subcommand(part.name, part.summary);
+        sub->fallthrough();
+        (*actions)[sub] = part.prepare(*sub, settings);
+    }
+    return [&parser, actions] { return actions->at(parser.get_subcommands().front())(); };
+}
+
+std::string Row(std::initializer_list<std::string_view> fields) {
+    std::string row;
+    for (const std::string_view& field : fields) {
+        if (&field != fields.begin()) row += '\t';
+        for (const char byte : field) {
+            const std::size_t special = std::string_view("\t\r\n\\").find(byte);
+            if (special == std::string_view::npos)
+                row += byte;
+            else
+                (row += '\\') += "trn\\"[special];
+        }
+    }
+    return row + '\n';
 }
 
 int Print(const std::string& text) {
