@@ -5,6 +5,7 @@
 
 #include <brcore8/containers/dlist.h>
 #include <brcore8/containers/list.h>
+#include <brcore8/containers/map.h>
 #include <brcore8/containers/rb_tree.h>
 #include <brcore8/containers/table.h>
 #include <brcore8/containers/tree.h>
@@ -47,6 +48,7 @@
 #include <brcore8/strings/string.h>
 #include <brcore8/strings/string_buffer.h>
 #include <brcore8/strings/string_iterators.h>
+#include <brcore8/strings/string_map.h>
 #include <brcore8/strings/string_table.h>
 #include <brcore8/strings/string_views.h>
 #include <brcore8/strings/tokenizer.h>

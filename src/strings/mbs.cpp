@@ -84,6 +84,24 @@ int CompareFolded(const unsigned char* fold, const char* left, const char* right
     return 0;
 }
 
+// Both texts by characters, each to its own end.
+template <class Fold>
+int CompareViews(const CodePage& page, std::string_view left, std::string_view right,
+                 Fold fold) noexcept {
+    const char* l = left.data();
+    const char* r = right.data();
+    const char* const leftEnd = l + left.size();
+    const char* const rightEnd = r + right.size();
+    while (l < leftEnd && r < rightEnd) {
+        const unsigned leftCode = fold(UnsignedCodeAt(page, l, leftEnd));
+        const unsigned rightCode = fold(UnsignedCodeAt(page, r, rightEnd));
+        if (leftCode != rightCode) return leftCode < rightCode ? -1 : 1;
+        l += CharBytes(page, l, leftEnd);
+        r += CharBytes(page, r, rightEnd);
+    }
+    return (l < leftEnd) - (r < rightEnd);
+}
+
 }  // namespace
 
 std::size_t CountBytes(const CodePage& page, const char* text, std::size_t bytes) noexcept {
@@ -131,6 +149,30 @@ int CompareBytes(const char* left, const char* right, std::size_t n) noexcept {
 
 int CompareNoCase(const char* left, const char* right) noexcept {
     return CompareNoCaseBytes(left, right, SIZE_MAX);
+}
+
+int CompareWhole(std::string_view left, std::string_view right) noexcept {
+    const CodePage& page = CodePage::Ansi();
+    if (!page.IsDoubleByte()) return Sign(left.compare(right));
+    const std::size_t limit = std::min(left.size(), right.size());
+    std::size_t i = static_cast<std::size_t>(
+        std::mismatch(left.begin(), left.begin() + limit, right.begin()).first - left.begin());
+    if (!IsBoundary(page, left.data(), left.data() + i)) --i;
+    return CompareViews(page, left.substr(i), right.substr(i), [](unsigned code) { return code; });
+}
+
+int CompareWholeNoCase(std::string_view left, std::string_view right) noexcept {
+    const CodePage& page = CodePage::Ansi();
+    if (page.IsDoubleByte())
+        return CompareViews(page, left, right,
+                            [&page](unsigned code) { return page.ToLower(code); });
+    const std::size_t limit = std::min(left.size(), right.size());
+    const unsigned char* const fold = page.LowerBytes();
+    for (std::size_t i = 0; i < limit; ++i) {
+        const int order = fold[Byte(&left[i])] - fold[Byte(&right[i])];
+        if (order != 0) return Sign(order);
+    }
+    return (left.size() > limit) - (right.size() > limit);
 }
 
 int CompareNoCaseBytes(const char* left, const char* right, std::size_t n) noexcept {

@@ -7,6 +7,7 @@
 #define BRCORE8_STRINGS_MBS_H
 
 #include <cstddef>
+#include <string_view>
 
 #include "strings/code_page.h"
 
@@ -117,6 +118,10 @@ int Compare(const char* left, const char* right) noexcept;
 int CompareNoCase(const char* left, const char* right) noexcept;
 int CompareBytes(const char* left, const char* right, std::size_t n) noexcept;
 int CompareNoCaseBytes(const char* left, const char* right, std::size_t n) noexcept;
+
+// The same of texts that a length ends: zero bytes are characters, and the lowest.
+int CompareWhole(std::string_view left, std::string_view right) noexcept;
+int CompareWholeNoCase(std::string_view left, std::string_view right) noexcept;
 
 // In the order of the user's locale; the order of Compare where that is the C locale. Long texts
 // need memory: throws SEOutOfMemory.
