@@ -16,6 +16,7 @@
 #ifndef BRCORE8_TEXT_RTF_DOCUMENT_H
 #define BRCORE8_TEXT_RTF_DOCUMENT_H
 
+#include <brcore8/containers/map.h>
 #include <brcore8/strings/string.h>
 #include <brcore8/text/rtf_tables.h>
 
@@ -45,6 +46,31 @@ public:
     static int ExtractFontTable(SString& table, SString& rtf, int remove);
     static int ExtractColorTable(SString& table, SString& rtf, int remove);
     static int ExtractStyleTable(SString& table, SString& rtf, int remove);
+
+    // ---- Put together -------------------------------------------------------------------------
+
+    // Copies a body, giving every reference to a font or colour the number that its map holds: N of
+    // \fN by `fontMap`; of \cfN, \cbN and \highlightN by `colorMap`. A number that is not in its
+    // map, every other control word and every other byte stay as they are. The result may be the
+    // body itself. Returns 1.
+    static int ChangeFontAndColor(const SString& body, SString& result,
+                                  const SMap<int, int>& fontMap, const SMap<int, int>& colorMap);
+
+    // Makes one document of two: the header of the first, the merged tables, the first one's style
+    // sheet, and both bodies in order, each in a group of its own so that no formatting leaks from
+    // one into the other. Returns 1; 0, and the result is left alone, unless both are RTF. The
+    // result may be one of the two.
+    //
+    // A body is what remains of a document without header, tables and style sheet, up to the brace
+    // that closes it. Only numbers in it change: those of ChangeFontAndColor, and those of all
+    // other control words that refer to the tables, as \afN, \deffN, \clcbpatN and \brdrcfN. A
+    // \par comes between bodies when the first one's last paragraph is open.
+    //
+    // So that both texts read as before, fonts of one name stay apart when their \fcharset differs
+    // (AddFontTable would make them one), a second font without \fcharset gets that of its
+    // document's code page when the first document has another, and the second body begins with
+    // its document's default font. What is not kept apart: list numbers and styles of both.
+    static int Merge(const SString& first, const SString& second, SString& result);
 
     // ---- Convert ------------------------------------------------------------------------------
 

@@ -13,6 +13,7 @@
 #ifndef BRCORE8_TEXT_RTF_TABLES_H
 #define BRCORE8_TEXT_RTF_TABLES_H
 
+#include <brcore8/containers/map.h>
 #include <brcore8/containers/table.h>
 #include <brcore8/strings/string.h>
 
@@ -43,6 +44,13 @@ struct BRCORE8_API SRtfFontEntry {
 
 class BRCORE8_API SRtfFontTable : public STable<SRtfFontEntry> {
 public:
+    // Merges a table group, as SRtfDocument::ExtractFontTable gives it, into this table. Returns
+    // the number here of each number there, by which SRtfDocument::ChangeFontAndColor makes a body
+    // fit. A font whose name is here already, in any case of letters, gets that entry's number; any
+    // other is added under the next number, the table's count. Groups without a name are left out,
+    // and what is no group ends the table; but where its first entry has no braces around it, none
+    // has, and each runs to its ";". Of a text that is no font table nothing is taken.
+    SMap<int, int> AddFontTable(const SString& fontTableText);
     // "{\fonttbl", CR LF, each entry and CR LF, "}", CR LF.
     SString GetFontTable() const;
 };
@@ -66,6 +74,17 @@ struct BRCORE8_API SRtfColorEntry {
 
 class BRCORE8_API SRtfColorTable : public STable<SRtfColorEntry> {
 public:
+    // Merges a table group, as SRtfDocument::ExtractColorTable gives it, into this table. Returns
+    // the number here of each position there. Into an empty table the automatic colour is put
+    // first, as number 0. A specification that is here already, letter for letter, gets that
+    // entry's number; any other is added under the next number, the table's count.
+    //
+    // Positions count every entry from 0, as the control words of a body do. A table that begins
+    // with the automatic colour, as most do, thus maps 0 to 0 and its first real colour is 1; in
+    // one that begins with a real colour that colour is 0, and never becomes the automatic one.
+    // What stands behind the last ";" counts unless it is empty; groups inside are left out. Of a
+    // text that is no colour table nothing is taken.
+    SMap<int, int> AddColorTable(const SString& colorTableText);
     // "{\colortbl", CR LF, each entry and CR LF, "}", CR LF.
     SString GetColorTable() const;
 };
