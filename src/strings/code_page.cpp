@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/code_pages.h"
+#include "strings/ascii.h"
 
 namespace brcore8 {
 namespace {
@@ -57,6 +58,10 @@ struct CodePage::Builder {
         for (unsigned lead = 0; lead < 256; ++lead)
             if (page.lead_[lead]) TakePairs(lead);
         page.codes_ = std::move(tables.codes);
+        page.plainAscii_ = true;
+        for (std::uint16_t code = 0; code < 128; ++code)
+            if (page.wideBytes_[code] != code || page.codes_[code] != code)
+                page.plainAscii_ = false;
     }
 
     void TakeBytes() {
@@ -151,17 +156,30 @@ bool CodePage::IsUndefined(unsigned code) const noexcept {
     return code < 256 || unit == WideOf((code & 0xFF00) | ImpossibleTrail);
 }
 
+// Between two looks for a run of ASCII: as many characters one by one.
+constexpr std::size_t kSingly = 8;
+
 std::size_t CodePage::ToWide(const char* text, std::size_t bytes, std::uint16_t* out,
                              std::size_t capacity, Loss* loss) const noexcept {
     if (!out) capacity = 0;
     std::size_t units = 0;
-    for (std::size_t i = 0; i < bytes; ++i, ++units) {
-        const std::size_t start = i;
-        unsigned code = static_cast<unsigned char>(text[i]);
-        if (lead_[code] && i + 1 < bytes && text[i + 1] != 0)
-            code = code * 256 + static_cast<unsigned char>(text[++i]);
-        if (units < capacity) out[units] = WideOf(code);
-        if (loss && IsUndefined(code) && loss->count++ == 0) loss->first = start;
+    for (std::size_t i = 0; i < bytes;) {
+        if (plainAscii_) {
+            const std::size_t run =
+                units < capacity
+                    ? ConvertAscii(text + i, std::min(bytes - i, capacity - units), out + units)
+                    : CountAscii(text + i, bytes - i);
+            i += run;
+            units += run;
+        }
+        for (const std::size_t stop = std::min(bytes, i + kSingly); i < stop; ++i, ++units) {
+            const std::size_t start = i;
+            unsigned code = static_cast<unsigned char>(text[i]);
+            if (lead_[code] && i + 1 < bytes && text[i + 1] != 0)
+                code = code * 256 + static_cast<unsigned char>(text[++i]);
+            if (units < capacity) out[units] = WideOf(code);
+            if (loss && IsUndefined(code) && loss->count++ == 0) loss->first = start;
+        }
     }
     return units;
 }
@@ -170,20 +188,29 @@ std::size_t CodePage::FromWide(const std::uint16_t* text, std::size_t units, cha
                                std::size_t capacity, Loss* loss) const noexcept {
     if (!out) capacity = 0;
     std::size_t bytes = 0;
-    bool fits = true;
-    for (std::size_t i = 0; i < units; ++i) {
-        const unsigned code = codes_[text[i]];
-        const std::size_t width = code < 256 ? 1 : 2;
-        fits = fits && bytes + width <= capacity;
-        if (fits) {
-            if (width == 2) out[bytes] = static_cast<char>(code >> 8);
-            out[bytes + width - 1] = static_cast<char>(code & 0xFF);
+    bool fits = out != nullptr;
+    for (std::size_t i = 0; i < units;) {
+        if (plainAscii_) {
+            const std::size_t run =
+                fits ? ConvertAscii(text + i, std::min(units - i, capacity - bytes), out + bytes)
+                     : CountAscii(text + i, units - i);
+            i += run;
+            bytes += run;
         }
-        bytes += width;
-        if (!loss || WideOf(code) == text[i]) continue;
-        const bool second = i > 0 && IsLowSurrogate(text[i]) && IsHighSurrogate(text[i - 1]);
-        if (second) continue;
-        if (loss->count++ == 0) loss->first = i;
+        for (const std::size_t stop = std::min(units, i + kSingly); i < stop; ++i) {
+            const unsigned code = codes_[text[i]];
+            const std::size_t width = code < 256 ? 1 : 2;
+            fits = fits && bytes + width <= capacity;
+            if (fits) {
+                if (width == 2) out[bytes] = static_cast<char>(code >> 8);
+                out[bytes + width - 1] = static_cast<char>(code & 0xFF);
+            }
+            bytes += width;
+            if (!loss || WideOf(code) == text[i]) continue;
+            const bool second = i > 0 && IsLowSurrogate(text[i]) && IsHighSurrogate(text[i - 1]);
+            if (second) continue;
+            if (loss->count++ == 0) loss->first = i;
+        }
     }
     return bytes;
 }

@@ -110,6 +110,7 @@ private:
 
     unsigned number_ = 0;
     bool doubleByte_ = false;
+    bool plainAscii_ = false;  // the first 128 codes are the first 128 units, and nothing else is
     bool lead_[256] = {};
     unsigned char lowerBytes_[256] = {};
     unsigned char upperBytes_[256] = {};

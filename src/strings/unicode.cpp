@@ -4,6 +4,7 @@
 
 #include <exception>
 
+#include "strings/ascii.h"
 #include "strings/utf8.h"
 
 namespace brcore8::utf8 {
@@ -88,10 +89,18 @@ bool IsPair(char32_t high, char32_t low) {
 }  // namespace
 
 std::string SUtf8FromUtf16(std::u16string_view wide, std::size_t* malformed) try {
-    std::string utf8;
-    utf8.reserve(wide.size());
+    // At most; a pair takes four bytes, not six.
+    std::size_t most = wide.size();
+    for (const char16_t unit : wide)
+        most += static_cast<std::size_t>(unit >= 0x80) + static_cast<std::size_t>(unit >= 0x800);
+    std::string utf8(most, '\0');
+    char* out = utf8.data();
     std::size_t bad = std::u16string_view::npos;
     for (std::size_t i = 0; i < wide.size(); ++i) {
+        const std::size_t run = brcore8::ConvertAscii(wide.data() + i, wide.size() - i, out);
+        i += run;
+        out += run;
+        if (i == wide.size()) break;
         char32_t code = wide[i];
         if (IsSurrogate(code)) {
             if (i + 1 < wide.size() && IsPair(code, wide[i + 1])) {
@@ -101,9 +110,9 @@ std::string SUtf8FromUtf16(std::u16string_view wide, std::size_t* malformed) try
                 code = kReplacement;
             }
         }
-        char bytes[4];
-        utf8.append(bytes, brcore8::utf8::Encode(code, bytes));
+        out += brcore8::utf8::Encode(code, out);
     }
+    utf8.resize(static_cast<std::size_t>(out - utf8.data()));
     if (malformed) *malformed = bad;
     return utf8;
 } catch (const std::exception&) {
@@ -111,23 +120,28 @@ std::string SUtf8FromUtf16(std::u16string_view wide, std::size_t* malformed) try
 }
 
 std::u16string SUtf16FromUtf8(std::string_view utf8, std::size_t* malformed) try {
-    std::u16string wide;
-    wide.reserve(utf8.size());
+    std::u16string wide(utf8.size(), u'\0');
+    char16_t* out = wide.data();
     std::size_t bad = std::string_view::npos;
     const char* const begin = utf8.data();
     const char* const end = begin + utf8.size();
     for (const char* p = begin; p < end;) {
+        const std::size_t run = brcore8::ConvertAscii(p, static_cast<std::size_t>(end - p), out);
+        p += run;
+        out += run;
+        if (p == end) break;
         const brcore8::utf8::Character next = brcore8::utf8::Decode(p, end);
         if (!next.valid && bad == std::string_view::npos) bad = static_cast<std::size_t>(p - begin);
         const char32_t code = next.valid ? next.code : kReplacement;
         if (code >= 0x10000) {
-            wide += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
-            wide += static_cast<char16_t>(0xDC00 + (code & 0x3FF));
+            *out++ = static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
+            *out++ = static_cast<char16_t>(0xDC00 + (code & 0x3FF));
         } else {
-            wide += static_cast<char16_t>(code);
+            *out++ = static_cast<char16_t>(code);
         }
         p += next.bytes;
     }
+    wide.resize(static_cast<std::size_t>(out - wide.data()));
     if (malformed) *malformed = bad;
     return wide;
 } catch (const std::exception&) {

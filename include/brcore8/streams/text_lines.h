@@ -11,9 +11,12 @@
 #ifndef BRCORE8_STREAMS_TEXT_LINES_H
 #define BRCORE8_STREAMS_TEXT_LINES_H
 
+#include <brcore8/platform/export.h>
+
 #include <cstddef>
 #include <iterator>
 #include <string_view>
+#include <type_traits>
 
 // Whether a line end may begin with this unit.
 constexpr bool SIsLineEnd(char unit) noexcept {
@@ -23,10 +26,19 @@ constexpr bool SIsLineEnd(char16_t unit) noexcept {
     return unit == u'\n' || unit == u'\r' || unit == u'\u2028';
 }
 
+namespace brcore8 {
+
+// SFindLineEnd at run time.
+BRCORE8_API std::size_t FindLineEnd(std::string_view text, std::size_t from) noexcept;
+BRCORE8_API std::size_t FindLineEnd(std::u16string_view text, std::size_t from) noexcept;
+
+}  // namespace brcore8
+
 // Where the first line end at or after `from` begins; the text's size when there is none.
 template <typename Char>
 constexpr std::size_t SFindLineEnd(std::basic_string_view<Char> text,
                                    std::size_t from = 0) noexcept {
+    if (!std::is_constant_evaluated()) return brcore8::FindLineEnd(text, from);
     while (from < text.size() && !SIsLineEnd(text[from]))
         ++from;
     return from < text.size() ? from : text.size();
