@@ -56,6 +56,7 @@
 #include <brcore8/text/preprocessor.h>
 #include <brcore8/text/rtf_document.h>
 #include <brcore8/text/rtf_tables.h>
+#include <brcore8/text/scanner.h>
 #include <brcore8/text/symbol_table.h>
 
 #endif

@@ -1,5 +1,7 @@
 #include <brcore8/text/symbol_table.h>
 
+#include <atomic>
+
 #include "strings/mbs.h"
 
 int SSymbolOrder::operator()(const SString& left, const SString& right) const noexcept {
@@ -7,6 +9,11 @@ int SSymbolOrder::operator()(const SString& left, const SString& right) const no
     if (result != 0) return result;
     // Equal up to the first zero byte of both: what follows it tells names apart too.
     return left.View().compare(right.View());
+}
+
+std::uint64_t SKeywordTable::NextChange() noexcept {
+    static constinit std::atomic<std::uint64_t> last{0};
+    return last.fetch_add(1, std::memory_order_relaxed) + 1;
 }
 
 void SSymbolTable::AddSymbol(const SString& name, const SString& value, long category) {

@@ -270,6 +270,9 @@ public:
     iterator Remove(iterator at) { return iterator(this, __STree::Remove(at.at_).entry); }
     using __STree::Clear;
 
+protected:
+    void FreeEntry(Entry* entry) override { Allocator::Free(entry, EntrySize()); }
+
 private:
     // Where a key is, or would be linked.
     struct Place {
@@ -295,7 +298,6 @@ private:
             ::new (element) Element(*static_cast<const Element*>(source));
     }
     void* AllocateEntry() override { return Allocator::Allocate(EntrySize()); }
-    void FreeEntry(Entry* entry) override { Allocator::Free(entry, EntrySize()); }
     static constexpr std::size_t EntrySize() {
         static_assert(alignof(Element) <= 2 * sizeof(void*), "the heap aligns no further");
         return sizeof(Entry) + sizeof(Element);

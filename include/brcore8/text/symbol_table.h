@@ -14,6 +14,7 @@
 #include <brcore8/containers/rb_tree.h>
 #include <brcore8/strings/string.h>
 
+#include <cstdint>
 #include <utility>
 
 // The order of names in both tables.
@@ -33,6 +34,18 @@ public:
     class const_iterator;
 
     SKeywordTable() = default;
+    SKeywordTable(const SKeywordTable& other) : STreeMap(other) {}
+    SKeywordTable(SKeywordTable&& other) noexcept : STreeMap(std::move(other)) { other.Change(); }
+    ~SKeywordTable() override { Clear(); }
+    SKeywordTable& operator=(const SKeywordTable& other) {
+        STreeMap::operator=(other);
+        return Change(), *this;
+    }
+    SKeywordTable& operator=(SKeywordTable&& other) noexcept {
+        STreeMap::operator=(std::move(other));
+        other.Change();
+        return Change(), *this;
+    }
 
     // Remove every keyword; the last form takes copies of another table's instead.
     void Init() { Clear(); }
@@ -46,6 +59,19 @@ public:
     SKTItem* RetrieveKeyword(const SString& key) { return Find(key); }
     const SKTItem* RetrieveKeyword(const SString& key) const { return Find(key); }
     bool IsKeywordDefined(const SString& key) const { return Contains(key); }
+
+private:
+    friend class SScanner;
+    void FreeEntry(Entry* entry) override {
+        Change();
+        STreeMap::FreeEntry(entry);
+    }
+    void Change() noexcept { changes_ = NextChange(); }
+    static std::uint64_t NextChange() noexcept;
+
+    // Another number, in the whole process, whenever keywords go: a scanner that knows it and the
+    // count knows whether its own view of the table still holds.
+    std::uint64_t changes_ = NextChange();
 };
 
 // Walks the keywords in ascending order. Removing the keyword it stands on makes it useless.
