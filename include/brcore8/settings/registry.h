@@ -27,6 +27,10 @@
 #include <brcore8/settings/status.h>
 #include <brcore8/strings/string.h>
 
+namespace brcore8 {
+struct SettingsBatch;
+}
+
 class BRCORE8_API SRegistry {
 public:
     // What a value's type is reported as.
@@ -99,8 +103,8 @@ public:
     long GetProfile(const SString& name, SString* value, const SString& defaultValue,
                     unsigned long* type = nullptr) const;
 
-    // In whose tree a value of this name stands that the user's tree shadows the machine's for:
-    // User when the user's key `subKey` has it, else Machine when the machine's has, else None.
+    // Where a value comes from when the user's comes before the machine's: User when the user's key
+    // `subKey` has one of this name, else Machine when the machine's has, else None.
     static Origin FindProfile(const SString& subKey, const SString& name);
 
     // ---- Enumerate ----------------------------------------------------------------------------
@@ -147,8 +151,9 @@ public:
     // text with a fault changes nothing. On Windows a failure may leave a part of it, elsewhere
     // all is written or nothing.
     long ImportText(const SString& text);
-    // What ImportText would say of the text itself: 0, or the number of the first wrong line.
-    static long CheckText(const SString& text);
+    // What ImportText says of the text itself; `line`, when not null, receives the number of the
+    // first wrong line, 0 when there is none.
+    static long CheckText(const SString& text, long* line);
 
 private:
     long Open(HKEY root, const SString& path, int create);
@@ -182,13 +187,13 @@ public:
 
     // 0, or SettingsFailed when the batch could not begin: each write is then one of its own.
     long GetStatus() const noexcept { return status_; }
-    // Ends the batch. SettingsFailed: nothing of it was kept, or it never began.
+    // Ends the batch; once. SettingsFailed: nothing of it was kept, since one of its writes met a
+    // full disk or the like, or it never began.
     long Commit();
 
 private:
-    HKEY key_;
-    long status_;
-    bool open_;
+    brcore8::SettingsBatch* batch_ = nullptr;
+    long status_ = brcore8::SettingsDone;
 };
 
 #endif

@@ -1,0 +1,15 @@
+// The process's environment.
+#ifndef BRCORE8_TESTS_SUPPORT_ENVIRONMENT_H
+#define BRCORE8_TESTS_SUPPORT_ENVIRONMENT_H
+
+#include <cstdlib>
+
+// An empty value takes the variable away.
+inline void SetVariable(const char* name, const char* value) {
+    if (*value != '\0')
+        setenv(name, value, 1);
+    else
+        unsetenv(name);
+}
+
+#endif
