@@ -18,7 +18,9 @@
 #include <brcore8/core/pool_resource.h>
 #include <brcore8/core/throw.h>
 #include <brcore8/core/version.h>
+#include <brcore8/graphics/bitmap.h>
 #include <brcore8/graphics/gdi_object.h>
+#include <brcore8/graphics/icon.h>
 #include <brcore8/platform/console.h>
 #include <brcore8/platform/export.h>
 #include <brcore8/platform/light_lock.h>

@@ -28,9 +28,10 @@ std::string Packed(const Values&... values) {
 
 // The length prefix of a string of that many bytes, the zero byte counted.
 std::string Prefix(std::uint32_t length) {
+    const unsigned char escape = 0xFF;
     if (length < 0xFF) return Packed(static_cast<unsigned char>(length));
-    if (length < 0xFFFF) return "\xFF" + Packed(static_cast<unsigned short>(length));
-    return "\xFF\xFF\xFF" + Packed(length);
+    if (length < 0xFFFF) return Packed(escape, static_cast<unsigned short>(length));
+    return Packed(escape, escape, escape, length);
 }
 
 // A source that cannot say how much there is.

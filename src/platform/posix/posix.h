@@ -5,6 +5,7 @@
 
 #include <brcore8/platform/types.h>
 
+#include "platform/posix/bitmaps.h"
 #include "platform/posix/files.h"
 #include "platform/posix/gdi.h"
 #include "platform/posix/global.h"
