@@ -175,27 +175,32 @@ bool RecordAllocation(std::size_t size) {
 TEST(BinaryStream, BelievesNoLengthAndNoCount) {
     const std::string end = "SEEOFException: Unexpected end of file";
     const std::string invalid = "SEIOException: Invalid string in binary stream";
+    enum Kind { Text, Table, Map };
     const std::string three = Packed(SString("a"), SString("b"), SString("c"));
     const struct {
         const char* name;
         std::string input;
         std::string thrown;
-        bool table;
+        Kind kind;
     } rows[] = {
-        {"nothing", "", end, false},
-        {"half a length", "\xFF\1", end, false},
-        {"half a long length", "\xFF\xFF\xFF\1\1\1", end, false},
-        {"a text cut", "\5abc", end, false},
-        {"300000 hex", Prefix(0x300000) + "abc", end, false},
-        {"300001 hex", Prefix(0x300001) + "abc", invalid, false},
-        {"400040 hex", Prefix(0x400040) + "abc", invalid, false},
-        {"7FFFFFFF hex", Prefix(0x7FFFFFFF) + "abc", invalid, false},
-        {"80000000 hex", Prefix(0x80000000) + "abc", invalid, false},
-        {"FFFFFFFF hex", Prefix(0xFFFFFFFF) + "abc", invalid, false},
-        {"a million strings, three there", Packed(1000000) + three, end, true},
-        {"all the strings that a count can tell", Packed(-1) + three, end, true},
-        {"a string of a table", Packed(2) + three.substr(0, 3) + Prefix(0x80000000), invalid, true},
-        {"half a count", "\1\0"s, end, true},
+        {"nothing", "", end, Text},
+        {"half a length", "\xFF\1", end, Text},
+        {"half a long length", "\xFF\xFF\xFF\1\1\1", end, Text},
+        {"a text cut", "\5abc", end, Text},
+        {"300000 hex", Prefix(0x300000) + "abc", end, Text},
+        {"300001 hex", Prefix(0x300001) + "abc", invalid, Text},
+        {"400040 hex", Prefix(0x400040) + "abc", invalid, Text},
+        {"7FFFFFFF hex", Prefix(0x7FFFFFFF) + "abc", invalid, Text},
+        {"80000000 hex", Prefix(0x80000000) + "abc", invalid, Text},
+        {"FFFFFFFF hex", Prefix(0xFFFFFFFF) + "abc", invalid, Text},
+        {"a million strings, three there", Packed(1000000) + three, end, Table},
+        {"all the strings that a count can tell", Packed(-1) + three, end, Table},
+        {"a string of a table", Packed(2) + three.substr(0, 3) + Prefix(0x80000000), invalid,
+         Table},
+        {"half a count", "\1\0"s, end, Table},
+        {"two million texts of a map", Packed(1000000) + three, end, Map},
+        {"all the pairs that a count can tell", Packed(-1) + three + three, end, Map},
+        {"a value of a map", Packed(2) + three + Prefix(0x80000000), invalid, Map},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -204,12 +209,20 @@ TEST(BinaryStream, BelievesNoLengthAndNoCount) {
         SString text = "old";
         SStringTable table;
         table.Add("old");
+        SStringMap map;
+        map.Add("old", "");
         greatestAllocation = 0;
         const brcore8::AllocationFilter old = brcore8::SetAllocationFilter(RecordAllocation);
-        const std::string thrown = Thrown([&] { row.table ? in >> table : in >> text; });
+        const std::string thrown = Thrown([&] {
+            if (row.kind == Text) in >> text;
+            if (row.kind == Table) in >> table;
+            if (row.kind == Map) in >> map;
+        });
         brcore8::SetAllocationFilter(old);
         EXPECT_EQ(thrown, row.thrown);
-        EXPECT_EQ(row.table ? table.GetCount() : text.LengthByte(), 0);
+        EXPECT_EQ(text.IsEmpty(), row.kind == Text);
+        EXPECT_EQ(table.IsEmpty(), row.kind == Table);
+        EXPECT_EQ(map.IsEmpty(), row.kind == Map);
         EXPECT_LE(greatestAllocation, 0x11000u);
     }
     // A pipe does not say how much there is, so that it cannot vouch for a long text.
@@ -246,6 +259,39 @@ TEST(BinaryStream, IsLinearInTheNumberOfStrings) {
     EXPECT_EQ(read.GetCount(), 1000000);
 }
 
+// ---- Maps ---------------------------------------------------------------------------------------
+
+template <class Map>
+void CheckGoldenMap(const char* file) {
+    SCOPED_TRACE(file);
+    Map map;
+    map.Add("width", "");
+    map.Add("Height", "12 \x80");
+    map.Add("\xE9tage", SString('z', 300));
+    map.Remove("width");
+    map.Add("width", "7");
+    const std::string golden = Golden(file);
+    EXPECT_EQ(Packed(map), golden);
+    Source source(golden + Packed(3, SString("a"), "1", "A", "2", "a", "3"));
+    SInputBinaryStream in(source);
+    Map read;
+    read.Add("old", "");
+    in >> read;
+    EXPECT_TRUE(read == map);
+    EXPECT_TRUE(read.AssertValid());
+    in >> read;
+    EXPECT_STREQ(*read.Retrieve("a"), "3") << "the last of equal keys stays";
+    EXPECT_STREQ(*read.Retrieve("A"), read.GetCount() == 2 ? "2" : "3");
+}
+
+TEST(BinaryStream, WritesTheGoldenMapsAndReadsThem) {
+    const PageScope page(1252);
+    CheckGoldenMap<SStringMap>("map.bin");
+    CheckGoldenMap<SStringMapNoCase>("map_no_case.bin");
+    CheckGoldenMap<SStringUnsortedMap>("unsorted_map.bin");
+    CheckGoldenMap<SStringUnsortedMapNoCase>("unsorted_map.bin");
+}
+
 // ---- Faults -------------------------------------------------------------------------------------
 
 TEST(BinaryStream, SurvivesEveryRefusedAllocation) {
@@ -273,6 +319,20 @@ TEST(BinaryStream, SurvivesEveryRefusedAllocation) {
         EXPECT_EQ(read.GetCount(), thrown.empty() ? 3 : 0);
     }
     EXPECT_GT(nth, 5);
+}
+
+TEST(BinaryStream, LeavesNoHalfOfAMapWhenMemoryIsRefused) {
+    const std::string packed = Packed(3, SString("a"), "1", "b", SString('y', 3000), "c", "3");
+    bool triggered = true;
+    for (int nth = 1; triggered; ++nth) {
+        Source source(packed);
+        SInputBinaryStream in(source);
+        SStringMap map;
+        FailNthAllocation fail(nth);
+        const std::string thrown = Thrown([&] { in >> map; });
+        triggered = fail.Triggered();
+        EXPECT_EQ(map.GetCount(), thrown.empty() ? 3 : 0) << thrown;
+    }
 }
 
 TEST(BinaryStream, PassesOnEveryFailureOfTheStreams) {

@@ -29,6 +29,7 @@
 #include <brcore8/streams/input_filters.h>
 #include <brcore8/streams/output_filters.h>
 #include <brcore8/strings/string.h>
+#include <brcore8/strings/string_map.h>
 #include <brcore8/strings/string_table.h>
 
 #include <concepts>
@@ -62,6 +63,14 @@ class BRCORE8_API SOutputBinaryStream : public SOutputFilterStream {
     // string in binary stream" for a text that no length can tell; nothing is written then.
     SOutputBinaryStream& operator<<(const SString& text);
     SOutputBinaryStream& operator<<(const SStringTable& table);
+    // Any of the four string maps, in its order.
+    template <class Map>
+    SOutputBinaryStream& operator<<(const __SStringMap<Map>& map) {
+        *this << map.GetCount();
+        for (const auto& [key, value] : map)
+            *this << key << value;
+        return *this;
+    }
 
     // The bytes as they are.
     void WriteBytes(const void* data, std::size_t size);
@@ -95,9 +104,29 @@ class BRCORE8_API SInputBinaryStream : public SInputFilterStream {
     // or more, or above TrustedLength and above the wrapped stream's Available().
     SInputBinaryStream& operator>>(SString& text);
     SInputBinaryStream& operator>>(SStringTable& table);
+    // Any of the four string maps. Of pairs whose keys are equal to it the last stays.
+    template <class Map>
+    SInputBinaryStream& operator>>(__SStringMap<Map>& map);
 
 private:
     std::uint32_t ReadValue(unsigned long bytes);
 };
+
+template <class Map>
+SInputBinaryStream& SInputBinaryStream::operator>>(__SStringMap<Map>& map) {
+    map.Clear();
+    try {
+        SString key;
+        SString value;
+        for (std::uint32_t left = ReadValue(4); left > 0; --left) {
+            *this >> key >> value;
+            map.Add(key, value);
+        }
+    } catch (...) {
+        map.Clear();
+        throw;
+    }
+    return *this;
+}
 
 #endif
