@@ -1,7 +1,7 @@
 # bash completion for brcore8
 _brcore8() {
     local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands='preprocess convert sort match classes version help'
+    local commands='preprocess convert sort match rtf classes version help'
     local pages='437 850 852 866 932 936 949 950 1250 1251 1252 1253 1254 1255 1256 1257 1258'
     local shared='--code-page --oem-code-page --strict --color --help'
     COMPREPLY=()
@@ -16,27 +16,35 @@ _brcore8() {
         -o | --output) _brcore8_files; return ;;
     esac
 
-    local word command= index
+    # The command, and of one that is made of several, which.
+    local word command= parts= part= index
     for ((index = 1; index < COMP_CWORD; index++)); do
         word=${COMP_WORDS[index]}
-        if [[ " $commands " == *" $word "* ]]; then
+        if [[ -z $command && " $commands " == *" $word "* ]]; then
             command=$word
-            break
+            case $command in
+                rtf) parts='header fonts colors styles merge' ;;
+            esac
+        elif [[ -z $part && " $parts " == *" $word "* ]]; then
+            part=$word
         fi
     done
 
     local options=$shared
-    case $command in
+    case $command${part:+ $part} in
         '') options="$shared --version" ;;
         preprocess) options="$shared --char --define --output" ;;
         convert) options="$shared --from --to --output" ;;
         sort) options="$shared --numbered --ignore-case --reverse" ;;
         match) options="$shared --ignore-case" ;;
+        'rtf merge') options="$shared --output" ;;
     esac
     if [[ $current == -* ]]; then
         _brcore8_words "$options"
     elif [[ -z $command || $command == help ]]; then
         _brcore8_words "$commands"
+    elif [[ -n $parts && -z $part ]]; then
+        _brcore8_words "$parts"
     else
         _brcore8_files
     fi

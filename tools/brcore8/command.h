@@ -53,6 +53,7 @@ Action PreparePreprocess(CLI::App& parser, const Settings& settings);
 Action PrepareConvert(CLI::App& parser, const Settings& settings);
 Action PrepareSort(CLI::App& parser, const Settings& settings);
 Action PrepareMatch(CLI::App& parser, const Settings& settings);
+Action PrepareRtf(CLI::App& parser, const Settings& settings);
 Action PrepareClasses(CLI::App& parser, const Settings& settings);
 Action PrepareVersion(CLI::App& parser, const Settings& settings);
 Action PrepareHelp(CLI::App& parser, const Settings& settings);

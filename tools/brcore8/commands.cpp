@@ -20,6 +20,7 @@ constexpr Command Table[] = {
     {"convert", "Re-encode a text's lines", PrepareConvert},
     {"sort", "Sort a text's lines", PrepareSort},
     {"match", "Print the lines that match a wildcard pattern", PrepareMatch},
+    {"rtf", "Take RTF documents apart, and put them together", PrepareRtf},
     {"classes", "Show the class tree", PrepareClasses},
     {"version", "Tell the versions and the parts of this build", PrepareVersion},
     {"help", "Show this help, or that of a command", PrepareHelp},

@@ -53,8 +53,8 @@ TEST_F(CommandPosix, InterruptLeavesOutputsAsTheyWere) {
     EXPECT_FALSE(std::filesystem::exists("new"));
 }
 
-// The words of the help that begin with two dashes, and the commands of the program's own.
-std::vector<std::string> Documented(const std::string& help, bool commands) {
+// The words of a help that begin with two dashes, and the commands.
+std::vector<std::string> Documented(const std::string& help) {
     std::vector<std::string> found;
     std::istringstream lines(help);
     bool inCommands = false;
@@ -62,7 +62,7 @@ std::vector<std::string> Documented(const std::string& help, bool commands) {
         const std::size_t dashes = line.find("--");
         if (line.starts_with("  -") && dashes != std::string::npos)
             found.push_back(line.substr(dashes, line.find_first_of(" ,", dashes) - dashes));
-        if (commands && inCommands && line.size() > 2)
+        if (inCommands && line.size() > 2)
             found.push_back(line.substr(2, line.find(' ', 2) - 2));
         inCommands = (inCommands && !line.empty()) || line == "Subcommands:";
     }
@@ -73,12 +73,15 @@ TEST_F(CommandPosix, ManualAndCompletionKnowEveryCommandAndOption) {
     std::string manual = ReadFile(BRCORE8_COMMAND_FOLDER "/brcore8.1");
     std::erase(manual, '\\');
     const std::string completion = ReadFile(BRCORE8_COMMAND_FOLDER "/brcore8.bash");
-    std::vector<std::string> words = Documented(Run("help").out, true);
-    const std::vector<std::string> names = words;
-    for (const std::string& name : names) {
-        if (name.starts_with("--")) continue;
-        for (std::string& option : Documented(Run("help " + name).out, false))
-            words.push_back(std::move(option));
+    std::vector<std::string> words;
+    std::vector<std::string> open = {""};  // commands, and those that are made of several
+    while (!open.empty()) {
+        const std::string command = open.back();
+        open.pop_back();
+        for (const std::string& word : Documented(Run(command + "--help").out)) {
+            words.push_back(word);
+            if (!word.starts_with("--")) open.push_back(command + word + " ");
+        }
     }
     ASSERT_GT(words.size(), 20u);
     for (const std::string& word : words) {
@@ -99,6 +102,9 @@ TEST_F(CommandPosix, CompletionOffersWhatFits) {
         {"options-of-the-command", "brcore8 sort --r", "--reverse"},
         {"values", "brcore8 convert --to utf1", "utf16"},
         {"values-after-a-sign", "brcore8 convert --to = utf1", "utf16"},
+        {"parts-of-a-command", "brcore8 rtf --strict fo", "fonts"},
+        {"options-of-a-part", "brcore8 rtf merge a b --ou", "--output"},
+        {"files-of-a-part", "brcore8 rtf fonts na", "name with blanks"},
         {"files", "brcore8 sort na", "name with blanks"},
     };
     WriteFile("name with blanks", "");
