@@ -28,6 +28,7 @@
 #include <brcore8/platform/threads.h>
 #include <brcore8/platform/types.h>
 #include <brcore8/settings/command_line.h>
+#include <brcore8/settings/profile.h>
 #include <brcore8/settings/registry.h>
 #include <brcore8/settings/status.h>
 #include <brcore8/streams/binary_stream.h>

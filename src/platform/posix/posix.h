@@ -11,6 +11,7 @@
 #include "platform/posix/global.h"
 #include "platform/posix/message_box.h"
 #include "platform/posix/messages.h"
+#include "platform/posix/profile.h"
 #include "platform/posix/registry.h"
 #include "platform/posix/resources.h"
 
