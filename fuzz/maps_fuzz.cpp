@@ -66,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::size_t line = std::min(rest.find('\n'), rest.size());
     const SString format(rest.substr(0, line));
     const SString list(rest.substr(std::min(line + 1, rest.size())));
-    Require(!SIsIndexFormat(format) || format.Find('%') != nullptr);
+    Require(!SIsIndexFormat(format) || format.View().find('%') != std::string_view::npos);
 
     SStringMap sorted;
     SStringMapNoCase folded;

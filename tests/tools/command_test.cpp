@@ -8,24 +8,7 @@ namespace {
 
 using Command = CommandTest;
 
-struct Row {
-    const char* name;
-    const char* arguments;
-    std::string input;
-    int status;
-    std::string out;
-    std::string err = "";  // a part of it; "" wants none at all
-};
-
-void Expect(const Row& row, const Result& result) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(result.status, row.status) << result.err;
-    EXPECT_EQ(result.out, row.out);
-    if (row.err.empty())
-        EXPECT_EQ(result.err, "");
-    else
-        EXPECT_NE(result.err.find(row.err), std::string::npos) << result.err;
-}
+using Row = CommandRow;
 
 TEST_F(Command, PreprocessFollowsDirectives) {
     const Row rows[] = {

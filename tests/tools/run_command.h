@@ -16,6 +16,26 @@ struct Result {
     std::string err;
 };
 
+// One row a case: the command line, its input, and all that the program must say.
+struct CommandRow {
+    const char* name;
+    const char* arguments;
+    std::string input;
+    int status;
+    std::string out;
+    std::string err = "";  // a part of it; "" wants none at all
+};
+
+inline void Expect(const CommandRow& row, const Result& result) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(result.status, row.status) << result.err;
+    EXPECT_EQ(result.out, row.out);
+    if (row.err.empty())
+        EXPECT_EQ(result.err, "");
+    else
+        EXPECT_NE(result.err.find(row.err), std::string::npos) << result.err;
+}
+
 // A folder of its own for every case, removed afterwards. The tests run in the folder where the
 // program stands.
 class CommandTest : public ::testing::Test {

@@ -1,7 +1,7 @@
 # bash completion for brcore8
 _brcore8() {
     local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands='preprocess convert sort match rtf classes version help'
+    local commands='preprocess convert sort match scan rtf list map classes version help'
     local pages='437 850 852 866 932 936 949 950 1250 1251 1252 1253 1254 1255 1256 1257 1258'
     local shared='--code-page --oem-code-page --strict --color --help'
     COMPREPLY=()
@@ -12,8 +12,10 @@ _brcore8() {
         --from | --to) _brcore8_words 'ansi oem utf16 utf8'; return ;;
         --code-page | --oem-code-page) _brcore8_words "$pages"; return ;;
         --color) _brcore8_words 'auto always never'; return ;;
-        -c | --char | -D | --define) return ;;
-        -o | --output) _brcore8_files; return ;;
+        -c | --char | -D | --define | --delimiters) return ;;
+        -a | --assign | -s | --separator | --separators | -e | --escape) return ;;
+        --key-format | --first) return ;;
+        -o | --output | -k | --keywords) _brcore8_files; return ;;
     esac
 
     # The command, and of one that is made of several, which.
@@ -23,6 +25,8 @@ _brcore8() {
         if [[ -z $command && " $commands " == *" $word "* ]]; then
             command=$word
             case $command in
+                list) parts='parse format' ;;
+                map) parts='parse' ;;
                 rtf) parts='header fonts colors styles merge' ;;
             esac
         elif [[ -z $part && " $parts " == *" $word "* ]]; then
@@ -37,6 +41,13 @@ _brcore8() {
         convert) options="$shared --from --to --output" ;;
         sort) options="$shared --numbered --ignore-case --reverse" ;;
         match) options="$shared --ignore-case" ;;
+        scan) options="$shared --keywords --delimiters" ;;
+        'list parse') options="$shared --zero --separators --escape" ;;
+        'list format') options="$shared --zero --separator --escape" ;;
+        'map parse')
+            options="$shared --assign --separators --escape --key-format --first"
+            options+=' --ignore-case --unsorted'
+            ;;
         'rtf merge') options="$shared --output" ;;
     esac
     if [[ $current == -* ]]; then

@@ -117,7 +117,11 @@ int Main(int argc, char** argv) {
         return WrongCommandLine(parser, "no code page " + std::to_string(settings.oemCodePage));
 
     const auto& [name, action] = actions.at(parser.get_subcommands().front());
-    return RunAction(action, name, settings);
+    try {
+        return RunAction(action, name, settings);
+    } catch (const CLI::ParseError& error) {  // what only the code page could tell
+        return WrongCommandLine(parser, error.what());
+    }
 }
 
 }  // namespace

@@ -215,6 +215,18 @@ std::string TextInput::Text(TextFormat as, std::string_view lineEnd) const {
     return text;
 }
 
+std::string TextInput::Uncut(TextFormat as) const {
+    std::string text;
+    text.reserve(bytes_.size());
+    LineWriter writer(*this, as, text);
+    if (IsUnicode())
+        writer.FromUnicode(wide_, 0);
+    else
+        writer.FromBytes(bytes_, 0);
+    writer.Report();
+    return text;
+}
+
 bool TextInput::EndsOpen() const {
     if (IsUnicode()) return !wide_.empty() && !SIsLineEnd(wide_.back());
     return !bytes_.empty() && !SIsLineEnd(bytes_.back());

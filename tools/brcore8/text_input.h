@@ -32,6 +32,8 @@ public:
     // Characters that did not survive are reported on standard error, and fail the work when the
     // settings are strict.
     std::string Text(TextFormat as, std::string_view lineEnd) const;
+    // The same of the text as it stands, line ends included.
+    std::string Uncut(TextFormat as) const;
     // Whether there is text after the last line end.
     bool EndsOpen() const;
 

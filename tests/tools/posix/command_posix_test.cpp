@@ -96,7 +96,7 @@ TEST_F(CommandPosix, CompletionOffersWhatFits) {
         const char* words;
         const char* offered;
     } rows[] = {
-        {"commands", "brcore8 s", "sort"},
+        {"commands", "brcore8 so", "sort"},
         {"commands-after-a-shared-option", "brcore8 --code-page 932 pre", "preprocess"},
         {"topics", "brcore8 help cl", "classes"},
         {"options-of-the-command", "brcore8 sort --r", "--reverse"},
