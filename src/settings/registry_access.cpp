@@ -2,19 +2,65 @@
 
 #include <cstring>
 
+#include "platform/key_path.h"
+
 namespace brcore8 {
 
-HKEY OpenSettingsKey(HKEY root, const char* path) noexcept {
+namespace {
+
+constexpr std::size_t kPathAtOnce = 255;
+constexpr DWORD kMaxExpanded = 32767;  // with the terminator
+
+HKEY OpenAtOnce(HKEY root, const char* path) noexcept {
     HKEY key = nullptr;
     return RegOpenKeyExA(root, path, 0, KEY_READ, &key) == ERROR_SUCCESS ? key : nullptr;
 }
 
-HKEY MakeSettingsKey(HKEY root, const char* path) noexcept {
+HKEY MakeAtOnce(HKEY root, const char* path) noexcept {
     HKEY key = nullptr;
     char noClass[] = "";
     const long status = RegCreateKeyExA(root, path, 0, noClass, REG_OPTION_NON_VOLATILE,
                                         KEY_ALL_ACCESS, nullptr, &key, nullptr);
     return status == ERROR_SUCCESS ? key : nullptr;
+}
+
+// Takes names off the path, as many as the platform takes at once.
+void NextPiece(const char*& path, char (&piece)[kPathAtOnce + 1]) noexcept {
+    std::size_t size = 0;
+    std::string_view name;
+    const char* next = path;
+    while (NextName(next, name) && size + (size != 0) + name.size() <= kPathAtOnce) {
+        if (size != 0) piece[size++] = '\\';
+        size += name.copy(piece + size, name.size());
+        path = next;
+    }
+    if (name.empty()) path = next;
+    piece[size] = '\0';
+}
+
+HKEY Descend(HKEY root, const char* path, HKEY (*open)(HKEY, const char*)) noexcept {
+    char piece[kPathAtOnce + 1];
+    KeyOwner key(nullptr);
+    for (HKEY from = root;; from = key.Get()) {
+        NextPiece(path, piece);
+        key.Reset(open(from, piece));
+        if (key.Get() == nullptr || *path == '\0') return key.Release();
+    }
+}
+
+}  // namespace
+
+HKEY OpenSettingsKey(HKEY root, const char* path) noexcept {
+    return CountNames(path) >= 0 ? Descend(root, path, OpenAtOnce) : nullptr;
+}
+
+HKEY MakeSettingsKey(HKEY root, const char* path) noexcept {
+    if (CountNames(path) < 0) return nullptr;
+    if (std::strlen(path) <= kPathAtOnce) return MakeAtOnce(root, path);
+    // All keys of the path or none.
+    BatchOwner batch(root, true);
+    KeyOwner key(Descend(root, path, MakeAtOnce));
+    return key.Get() != nullptr && batch.Keep() ? key.Release() : nullptr;
 }
 
 char* ValueData::Grow(std::size_t size) {
@@ -26,13 +72,15 @@ char* ValueData::Grow(std::size_t size) {
 }
 
 bool ValueData::Expand() {
+    if (Text().find('%') == std::string_view::npos) return true;
+    if (Text().size() >= kMaxExpanded) return false;
     Grow(size_ + 1)[size_] = '\0';
     ValueData expanded;
     const long status = expanded.Fill([this](BYTE* room, DWORD* size) -> long {
         const DWORD needed = ExpandEnvironmentStringsA(heap_, reinterpret_cast<char*>(room), *size);
         const bool fits = needed <= *size;
         *size = needed;
-        if (needed == 0) return ERROR_INVALID_PARAMETER;
+        if (needed == 0 || needed > kMaxExpanded) return ERROR_INVALID_PARAMETER;
         return fits ? ERROR_SUCCESS : ERROR_MORE_DATA;
     });
     if (status != ERROR_SUCCESS) return false;

@@ -27,6 +27,7 @@ long Guarded(Work work) noexcept {
 }
 
 // A key opened for reading, or made where it is missing and opened for everything; null on failure.
+// Paths may be longer than the platform takes at once.
 HKEY OpenSettingsKey(HKEY root, const char* path) noexcept;
 HKEY MakeSettingsKey(HKEY root, const char* path) noexcept;
 

@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <string>
 
-#include "environment.h"
+#include "settings_system.h"
 
 class SettingsTest : public ::testing::Test {
 protected:

@@ -8,7 +8,7 @@
 // returns; other processes see it at once and may write at the same time.
 //
 // A path names keys one below the other, with "\" between them: "Software\Quorbit\Brindle 8\Grid".
-// Keys and values are found in any case. A key name has up to 255 bytes, a tree up to 512 levels.
+// Keys and values are found in any case. A key name has up to 255 bytes, a path up to 512 names.
 //
 // Status: every operation returns a code of brcore8/settings/status.h and throws nothing; one that
 // fails leaves the caller's variables alone, but for a default that it was told to store.
@@ -98,8 +98,8 @@ public:
     // "Yes" and "True" in any case are 1 and the rest 0.
     long GetProfile(const SString& name, long* value, long defaultValue,
                     unsigned long* type = nullptr) const;
-    // Text; with the environment's variables put in, which takes text of up to 1 MiB where this
-    // library does it itself; a DWORD of either kind as a signed decimal number.
+    // Text; TypeExpandString with the environment's variables put in, which serves texts of up to
+    // 32,766 bytes, before and after; a DWORD of either kind as a signed decimal number.
     long GetProfile(const SString& name, SString* value, const SString& defaultValue,
                     unsigned long* type = nullptr) const;
 

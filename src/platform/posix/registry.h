@@ -83,7 +83,7 @@ LSTATUS RegEnumValueA(HKEY key, DWORD index, char* name, DWORD* nameSize, DWORD*
 
 // Copies a text with each %NAME% replaced by the environment variable of that name, or of one that
 // differs in case alone; unknown ones stay as they are. Returns the bytes of the whole result with
-// its terminator, of which at most `size` are written; 0 when it would exceed 1 MiB.
+// its terminator, of which at most `size` are written; 0 when they would be more than 32,767.
 DWORD ExpandEnvironmentStringsA(const char* source, char* out, DWORD size) noexcept;
 
 #endif

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::size_t kMaxExpanded = 1 << 20;
+constexpr std::size_t kMaxExpanded = 32767;
 
 // The value of a variable: of the very name, else of one in another case; null when there is none.
 const char* ValueOf(std::string_view name) noexcept {
@@ -56,8 +56,7 @@ DWORD ExpandEnvironmentStringsA(const char* source, char* out, DWORD size) noexc
         const std::size_t end = rest.find('%', 1);
         const char* const value =
             end != std::string_view::npos && end > 1 ? ValueOf(rest.substr(1, end - 1)) : nullptr;
-        // The sign that ends no name may begin one.
-        const std::size_t taken = value != nullptr ? end + 1 : std::min(end, rest.size());
+        const std::size_t taken = end != std::string_view::npos ? end + 1 : rest.size();
         writer.Put(value != nullptr ? std::string_view(value) : rest.substr(0, taken));
         rest.remove_prefix(taken);
     }

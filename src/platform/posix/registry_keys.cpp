@@ -97,10 +97,10 @@ FoldedName<Max>::FoldedName(std::string_view name) noexcept : size_(std::min(nam
     const auto at = [this](std::size_t index) { return static_cast<unsigned char>(bytes_[index]); };
     for (std::size_t i = 0; i < size_; ++i) {
         if (!page.IsLead(at(i)) || i + 1 == size_) {
-            bytes_[i] = static_cast<char>(page.UpperBytes()[at(i)]);
+            bytes_[i] = static_cast<char>(page.LowerBytes()[at(i)]);
             continue;
         }
-        const unsigned code = page.ToUpper(at(i) * 256u + at(i + 1));
+        const unsigned code = page.ToLower(at(i) * 256u + at(i + 1));
         if (code > 0xFF) {
             bytes_[i] = static_cast<char>(code >> 8);
             bytes_[i + 1] = static_cast<char>(code);
@@ -110,24 +110,6 @@ FoldedName<Max>::FoldedName(std::string_view name) noexcept : size_(std::min(nam
 }
 template class FoldedName<kMaxKeyName>;
 template class FoldedName<kMaxValueName>;
-
-bool NextName(const char*& path, std::string_view& name) noexcept {
-    const CodePage& page = CodePage::Ansi();
-    while (*path == '\\')
-        ++path;
-    const char* const begin = path;
-    while (*path != '\0' && *path != '\\')
-        path += page.IsLead(static_cast<unsigned char>(*path)) && path[1] != '\0' ? 2 : 1;
-    name = {begin, path};
-    return !name.empty();
-}
-
-int CountNames(const char* path) noexcept {
-    int names = 0;
-    for (std::string_view name; NextName(path, name);)
-        if (name.size() > kMaxKeyName || ++names > kMaxLevels) return -1;
-    return names;
-}
 
 // --- questions ----------------------------------------------------------------------------------
 

@@ -7,16 +7,15 @@
 #include <mutex>
 #include <string_view>
 
+#include "platform/key_path.h"
 #include "platform/posix/registry.h"
 #include "platform/posix/registry_store.h"
 
 namespace brcore8 {
 
-constexpr std::size_t kMaxKeyName = 255;
 constexpr std::size_t kMaxValueName = 16383;
-constexpr int kMaxLevels = 512;
 
-// The name in upper case, which is how names are told apart and ordered.
+// The name in lower case, which is how names are told apart and ordered.
 template <std::size_t Max>
 class FoldedName {
 public:
@@ -28,12 +27,6 @@ private:
     std::size_t size_;
     char bytes_[Max];
 };
-
-// Takes the next name off the path; false at its end. Backslashes in a row are one. A trail byte is
-// none.
-bool NextName(const char*& path, std::string_view& name) noexcept;
-// The number of names in the path; -1 when one is too long, or when there are too many.
-int CountNames(const char* path) noexcept;
 
 // How far a walk by index has come: `passed` rows have a name below `from`.
 struct RegistryCursor {

@@ -3,7 +3,7 @@
 //     keys(id, parent, fold, name)          parent 0: a key right below the root, which has no row
 //     vals(key, fold, name, type, data)     key 0: a value of the root itself
 //
-// Names are found by `fold`, the name in upper case. Identifiers are never used again, so that an
+// Names are found by `fold`, the name in lower case. Identifiers are never used again, so that an
 // open key that was deleted is never mistaken for another. A write is one transaction with a
 // rollback journal, on the disk when it returns; a writer that meets another one waits.
 //
