@@ -20,8 +20,8 @@ static_assert(sizeof(unsigned short) == sizeof(std::uint16_t));
 
 namespace {
 
-constexpr int kSupportedPages[] = {437,  850,  852,  866,  932,  936,  949,  950, 1250,
-                                   1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258};
+constexpr int kSupportedPages[] = {437,  850,  852,  866,  874,  932,  936,  949,  950,  1250,
+                                   1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258, 1361, 10000};
 
 enum SpecialPage { kSingleByte = 0, kOem = -2, kAnsi = -3, kLocale = -4 };
 

@@ -150,14 +150,15 @@ TEST(CodePage, FoldsEveryLetterOfThePage) {
 
 // What everything that walks and folds text relies on.
 TEST(CodePage, KeepsItsInvariants) {
-    for (const unsigned number : {437u, 850u, 852u, 866u, 932u, 936u, 949u, 950u, 1250u, 1251u,
-                                  1252u, 1253u, 1254u, 1255u, 1256u, 1257u, 1258u}) {
+    for (const unsigned number : {437u, 850u, 852u, 866u, 874u, 932u, 936u, 949u, 950u, 1250u,
+                                  1251u, 1252u, 1253u, 1254u, 1255u, 1256u, 1257u, 1258u, 1361u,
+                                  10000u}) {
         SCOPED_TRACE(number);
         const CodePage* page = CodePage::Find(number);
         ASSERT_NE(page, nullptr);
         EXPECT_EQ(page, CodePage::Find(number)) << "a page is loaded once";
         EXPECT_EQ(page->Number(), number);
-        EXPECT_EQ(page->IsDoubleByte(), number >= 932 && number <= 950);
+        EXPECT_EQ(page->IsDoubleByte(), (number >= 932 && number <= 950) || number == 1361);
         for (unsigned code = 0; code < 0x10000; ++code) {
             if (code >= 256 && !page->IsLead(static_cast<unsigned char>(code >> 8))) continue;
             for (const unsigned folded : {page->ToLower(code), page->ToUpper(code)}) {

@@ -2,7 +2,7 @@
 _brcore8() {
     local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
     local commands='preprocess convert sort match scan rtf list map classes version help'
-    local pages='437 850 852 866 932 936 949 950 1250 1251 1252 1253 1254 1255 1256 1257 1258'
+    local pages='437 850 852 866 874 932 936 949 950 1250 1251 1252 1253 1254 1255 1256 1257 1258 1361 10000'
     local shared='--code-page --oem-code-page --strict --color --help'
     COMPREPLY=()
     # "--to=utf8" arrives as three words.

@@ -10,8 +10,8 @@ namespace {
 
 using namespace brcore8;
 
-constexpr unsigned kPages[] = {437,  850,  852,  866,  932,  936,  949,  950, 1250,
-                               1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258};
+constexpr unsigned kPages[] = {437,  850,  852,  866,  874,  932,  936,  949,  950,  1250,
+                               1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258, 1361, 10000};
 
 // Writes what the decoder reads; see its header for the format.
 class SequenceWriter {

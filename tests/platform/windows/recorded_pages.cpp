@@ -103,8 +103,9 @@ TEST_P(RecordedPage, ConvertsWholeTextsAlike) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Pages, RecordedPage,
-                         testing::Values(437u, 850u, 852u, 866u, 932u, 936u, 949u, 950u, 1250u,
-                                         1251u, 1252u, 1253u, 1254u, 1255u, 1256u, 1257u, 1258u),
+                         testing::Values(437u, 850u, 852u, 866u, 874u, 932u, 936u, 949u, 950u,
+                                         1250u, 1251u, 1252u, 1253u, 1254u, 1255u, 1256u, 1257u,
+                                         1258u, 1361u, 10000u),
                          testing::PrintToStringParamName());
 
 TEST(RecordedCharacters, AreThePlatforms) {
