@@ -20,6 +20,9 @@
 #include <brcore8/strings/string.h>
 #include <brcore8/text/rtf_tables.h>
 
+#include <string>
+#include <string_view>
+
 namespace brcore8 {
 struct RichText;
 }
@@ -73,12 +76,28 @@ public:
     static int Merge(const SString& first, const SString& second, SString& result);
 
     // ---- Convert ------------------------------------------------------------------------------
+    // By the system's rich-edit control where it has one, hidden and made at the first conversion,
+    // so that the thread that made it is the one to convert and destroy; elsewhere, and for
+    // documents nested deeper than the control bears, by a reader and a writer of this library.
+    // What begins as a document (SString::IsRtf) is one, and anything else is plain text.
 
-    // The plain text of a document, or a document that holds the text. Return 1, also for an empty
-    // source; 0 when the first argument is null, when the system refuses its rich-text control, or
-    // when nothing came out.
+    // The plain text in the process's page, with CR LF between paragraphs and none after the last.
+    // Blanks stand for line breaks inside a paragraph; a table's row begins with a line end, and
+    // every cell and row ends with one. Left out is what is no text of the document: font, colour
+    // and style tables, pictures, headers and footers, notes, fields' instructions, zero bytes.
+    // Characters that the page cannot hold become their best fit or its default character.
+    // Returns 1, also for an empty `rtf`; 0 when nothing came out, when `text` is null or when the
+    // system refuses its control.
     int RtfToText(SString* text, SString& rtf);
+    // A document that holds the text and reads back as it: CR LF, CR and LF each end a paragraph
+    // and come back as CR LF. A text that is a document is taken as such, and comes back whole: with
+    // its groups closed. Returns as above. What the document looks like differs between systems.
     int TextToRtf(SString* rtf, SString& text);
+
+    // The same from and to UTF-16, so that nothing depends on the process's page or is lost to it.
+    // Utf16ToRtf takes every text as plain text.
+    int RtfToUtf16(std::u16string* text, std::string_view rtf);
+    int Utf16ToRtf(SString* rtf, std::u16string_view text);
 
     // ---- Tags ---------------------------------------------------------------------------------
     // On text that ends with a zero byte. All return 0 for a null argument.
@@ -98,8 +117,8 @@ public:
     static int RemoveTag(char* position, long length);
 
 protected:
-    // Makes the hidden control if there is none yet; 0 when the system refuses. Where no control
-    // is needed for the conversions there is nothing to make.
+    // Makes the hidden control if there is none yet; 0 when the system refuses. Where conversions
+    // need no control there is nothing to make, and the result is 1.
     int CreateEditCtrl();
     void DeleteEditCtrl();
 
