@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "strings/mbs.h"
 #include "text/rtf_fonts.h"
 #include "text/rtf_renumber.h"
 #include "text/rtf_scan.h"
@@ -89,6 +90,8 @@ private:
 
 // Whether the token is less than it announces, so that a brace behind it would be part of it.
 bool IsCutShort(const Token& token) {
+    if (token.kind == Token::Text)
+        return !brcore8::mbs::IsBoundary(brcore8::CodePage::Ansi(), token.begin, token.end);
     if (token.kind == Token::Symbol) {
         const std::string_view text = token.View();
         return text.size() < 2 || (text[1] == '\'' && text.size() < 4);
@@ -97,9 +100,9 @@ bool IsCutShort(const Token& token) {
     return token.Is("bin") && token.value > 0 && bytes <= token.value;
 }
 
-// What stands before the brace that closes the document; groups that are open at its end are
+// What stands before a brace that closes more than was opened; groups that are open at the end are
 // closed.
-SString BodyOf(const SString& rest) {
+SString Balanced(const SString& rest) {
     Scanner scan(rest.View());
     int depth = 0;
     const char* end = rest;
@@ -155,7 +158,8 @@ struct Parts {
         SRtfDocument::ExtractFontTable(fonts, rtf, 1);
         SRtfDocument::ExtractColorTable(colors, rtf, 1);
         SRtfDocument::ExtractStyleTable(styles, rtf, 1);
-        body = BodyOf(rtf);
+        styles = Balanced(styles);
+        body = Balanced(rtf);
     }
     // Of \urtf1 or \rtf, which is none of the header's words.
     void TakeFirstWord(SString& rtf) {

@@ -98,12 +98,12 @@ bool IsOfName(const Token& token) {
 // From the token on. Behind a name that ends the group stands its ";"; behind one that a group
 // follows, the ";" comes later.
 std::string_view ReadName(Scanner& scan, const Token& first) {
-    const char* end = first.end;
+    Token last = first;
     Token token = scan.Next();
     for (; IsOfName(token); token = scan.Next())
-        end = token.end;
-    std::string_view raw(first.begin, static_cast<std::size_t>(end - first.begin));
-    if (token.kind != Token::Open) raw.remove_suffix(1);
+        last = token;
+    std::string_view raw(first.begin, static_cast<std::size_t>(last.end - first.begin));
+    if (token.kind != Token::Open && last.kind == Token::Text) raw.remove_suffix(1);
     return brcore8::rtf::TrimRight(raw, " \t\r\n;");
 }
 
@@ -130,7 +130,7 @@ int SRtfFontEntry::SetFontEntry(const SString& text) {
             entry.number =
                 static_cast<long>(std::clamp<std::int64_t>(token.value, INT_MIN, INT_MAX));
             numbered = true;
-        } else {
+        } else if (!token.Is("bin")) {
             words += brcore8::rtf::TrimRight(token.View());
         }
     }
@@ -218,23 +218,25 @@ int SRtfColorEntry::operator==(const SRtfColorEntry& other) const noexcept {
 namespace {
 
 // The next piece, less its ";", in `specification`, and whether there is one. What ends the table
-// without a ";" is a piece unless it is empty. Groups inside are left out.
-bool NextPiece(Scanner& scan, const char* end, SString& specification) {
+// without a ";" is a piece unless it is empty. Groups and binary data inside are left out.
+bool NextPiece(Scanner& scan, SString& specification) {
     SStringBuffer piece(64);
-    scan.SkipSpace();
     for (;;) {
-        const std::string_view rest(scan.At(), static_cast<std::size_t>(end - scan.At()));
-        const std::size_t length = std::min(rest.find_first_of(";{}"), rest.size());
-        piece += rest.substr(0, length);
-        scan.SkipTo(scan.At() + length);
-        if (length == rest.size() || rest[length] == '}') break;
-        if (rest[length] == ';') {
-            scan.SkipTo(scan.At() + 1);
-            specification = piece;
-            return true;
-        }
-        scan.SkipGroup();
         if (piece.IsEmpty()) scan.SkipSpace();
+        const Token token = scan.Next();
+        const bool data = token.Is("bin");
+        const std::size_t semicolon = data ? std::string_view::npos : token.View().find(';');
+        if (token.kind == Token::End || token.kind == Token::Close) break;
+        if (token.kind == Token::Open) {
+            scan.SkipTo(token.begin);
+            scan.SkipGroup();
+        } else if (!data) {
+            piece += token.View().substr(0, semicolon);
+        }
+        if (semicolon == std::string_view::npos) continue;
+        scan.SkipTo(token.begin + semicolon + 1);
+        specification = piece;
+        return true;
     }
     specification = piece;
     return !specification.IsEmpty();
@@ -254,7 +256,7 @@ SMap<int, int> SRtfColorTable::AddColorTable(const SString& colorTableText) {
         merger.Know(entry.specification, entry.number);
     if (IsEmpty()) merger.Merge(SString(), SRtfColorEntry());
     SString piece;
-    for (int position = 0; NextPiece(scan, text.data() + text.size(), piece); ++position) {
+    for (int position = 0; NextPiece(scan, piece); ++position) {
         SRtfColorEntry entry;
         entry.SetColorEntry(piece);
         const SString key = entry.specification;

@@ -250,6 +250,8 @@ TEST(RtfMerge, MakesOneDocument) {
          "{\\rtf1{\\colortbl\r\n;\r\n\\red1;\r\n\\red2;\r\n}\r\n"
          "{\\par}{\\clcbpat2\\brdrcf2\\ulc2}}"},
         {"groups left open", "{\\rtf1{\\b{a\\par", "{\\rtf1{b\\", "{\\rtf1{{\\b{a\\par}}}{{b}}}"},
+        {"styles left open", "{\\rtf1\\par{\\stylesheet{\\s0", "{\\rtf1}",
+         "{\\rtf1{\\stylesheet{\\s0}}{\\par}{}}"},
         {"closed too early", "{\\rtf1 a\\par}}b}", "{\\rtf1 c}}}", "{\\rtf1 {a\\par}{c}}"},
         {"cut in an escape", "{\\rtf1\\par\\'4", "{\\rtf1\\bin9 x", "{\\rtf1{\\par}{}}"},
         {"other RTF", "{\\urtf1\\ansi a\\par}", "{\\rtf b}", "{\\urtf1\\ansi{\\ansi a\\par}{b}}"},

@@ -175,6 +175,7 @@ TEST(RtfColorTable, CountsPositionsAsBodiesDo) {
         {"no brace", "{\\colortbl;\\red1;;", "0>0 1>1 ", "1|\\red1\n"},
         {"groups inside", "{\\colortbl;{\\*\\x ;}\\red1{\\y;}\\green2;\\red2;}", "0>0 1>1 2>2 ",
          "1|\\red1\\green2\n2|\\red2\n"},
+        {"binary data", "{\\colortbl;\\red1\\bin3 ;;;\\green2;}", "0>0 1>1 ", "1|\\red1\\green2\n"},
         {"no entries", "{\\colortbl}", "", ""},
     };
     for (const auto& row : rows) {

@@ -32,9 +32,9 @@ struct BRCORE8_API SRtfFontEntry {
     // Control words become the controls, each without the blank that ends it; \fN, wherever it
     // stands, gives the number, 0 when missing. The name is the first text and runs to the group's
     // end or to a group inside; \'hh, \uN and escaped characters are part of it. Its last
-    // character, the ";", is dropped unless a group follows; so are further semicolons, blanks and
-    // line ends before it. One character alone is no name. Groups inside (classification,
-    // alternative names) are left out.
+    // character, the ";", is dropped unless a group follows or it is escaped; so are further
+    // semicolons, blanks and line ends before it. One character alone is no name. Groups inside
+    // (classification, alternative names) and binary data are left out.
     int SetFontEntry(const SString& text);
 
     // Whether number, name and controls are the same: 1 or 0.
@@ -82,8 +82,8 @@ public:
     // Positions count every entry from 0, as the control words of a body do. A table that begins
     // with the automatic colour, as most do, thus maps 0 to 0 and its first real colour is 1; in
     // one that begins with a real colour that colour is 0, and never becomes the automatic one.
-    // What stands behind the last ";" counts unless it is empty; groups inside are left out. Of a
-    // text that is no colour table nothing is taken.
+    // What stands behind the last ";" counts unless it is empty; groups inside and binary data are
+    // left out. Of a text that is no colour table nothing is taken.
     SMap<int, int> AddColorTable(const SString& colorTableText);
     // "{\colortbl", CR LF, each entry and CR LF, "}", CR LF.
     SString GetColorTable() const;
