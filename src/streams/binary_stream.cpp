@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <exception>
 #include <string_view>
 #include <utility>
 
@@ -26,12 +27,8 @@ constexpr std::uint32_t kLengthLimit = 0x80000000;
     brcore8::ThrowIOException("Invalid string in binary stream");
 }
 
-// The text to its first zero byte, as UTF-8, and a zero byte.
-void EncodeText(const SString& text, ByteBlock& bytes) {
-    const std::string_view view = text.View();
-    bytes.AppendUtf8(view.substr(0, view.find('\0')));
-    *bytes.Room(1) = 0;
-    bytes.Added(1);
+std::string_view ToZero(std::string_view text) {
+    return text.substr(0, text.find('\0'));
 }
 
 // The text of UTF-8 that may lack its zero byte.
@@ -75,17 +72,27 @@ void SOutputBinaryStream::WriteValue(std::uint32_t value, unsigned long bytes) {
     WriteBytes(low, bytes);
 }
 
-SOutputBinaryStream& SOutputBinaryStream::operator<<(const SString& text) {
-    ByteBlock bytes;
-    EncodeText(text, bytes);
-    if (bytes.Size() >= kLengthLimit) ThrowInvalidString();
-    const auto length = static_cast<std::uint32_t>(bytes.Size());
+void SOutputBinaryStream::WriteText(const char* text, std::size_t size) {
+    if (size >= kLengthLimit - 1) ThrowInvalidString();
+    const auto length = static_cast<std::uint32_t>(size + 1);
     const bool byte = length < kByteEscape;
     WriteValue(byte ? length : kByteEscape, 1);
     if (!byte) WriteValue(length < kShortEscape ? length : kShortEscape, 2);
     if (length >= kShortEscape) WriteValue(length, 4);
-    WriteBytes(bytes.Data(), bytes.Size());
+    WriteBytes(text, size);
+    WriteValue(0, 1);
+}
+
+SOutputBinaryStream& SOutputBinaryStream::operator<<(const SString& text) {
+    ByteBlock utf8;
+    utf8.AppendUtf8(ToZero(text.View()));
+    WriteText(utf8.Data(), utf8.Size());
     return *this;
+}
+
+void SOutputBinaryStream::WriteUtf8(std::string_view text) {
+    const std::string_view shown = ToZero(text);
+    WriteText(shown.data(), shown.size());
 }
 
 SOutputBinaryStream& SOutputBinaryStream::operator<<(const SStringTable& table) {
@@ -115,21 +122,36 @@ std::uint32_t SInputBinaryStream::ReadValue(unsigned long bytes) {
     return low[0] | low[1] << 8 | low[2] << 16 | std::uint32_t{low[3]} << 24;
 }
 
+// The length of a string, which the input may hold.
+std::uint32_t SInputBinaryStream::ReadLength() {
+    std::uint32_t length = ReadValue(1);
+    if (length == kByteEscape) length = ReadValue(2);
+    if (length == kShortEscape) length = ReadValue(4);
+    if (length >= kLengthLimit) ThrowInvalidString();
+    if (length > TrustedLength && length > Wrapped().Available()) ThrowInvalidString();
+    return length;
+}
+
 SInputBinaryStream& SInputBinaryStream::operator>>(SString& text) {
     try {
-        std::uint32_t length = ReadValue(1);
-        if (length == kByteEscape) length = ReadValue(2);
-        if (length == kShortEscape) length = ReadValue(4);
-        const bool trusted = length <= TrustedLength || length <= Wrapped().Available();
-        if (length >= kLengthLimit || !trusted) ThrowInvalidString();
         ByteBlock bytes;
-        bytes.AppendFrom(Wrapped(), length);
+        bytes.AppendFrom(Wrapped(), ReadLength());
         text = DecodeText(bytes);
     } catch (...) {
         text.Done();
         throw;
     }
     return *this;
+}
+
+std::string SInputBinaryStream::ReadUtf8() {
+    ByteBlock bytes;
+    bytes.AppendFrom(Wrapped(), ReadLength());
+    try {
+        return std::string(ToZero(bytes.View()));
+    } catch (const std::exception&) {
+        brcore8::ThrowOutOfMemory();
+    }
 }
 
 SInputBinaryStream& SInputBinaryStream::operator>>(SStringTable& table) {

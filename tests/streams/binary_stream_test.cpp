@@ -162,6 +162,15 @@ TEST(BinaryStream, ReadsWhatOthersMayWrite) {
         EXPECT_EQ(read.View(), row.text);
         EXPECT_EQ(source.Available(), 0u);
     }
+    Sink sink;
+    SOutputBinaryStream out(sink);
+    out.WriteUtf8("\xE6\x97\xA5");
+    out.WriteUtf8("a\0b"sv);
+    EXPECT_EQ(sink.bytes, "\4\xE6\x97\xA5\0\2a\0"s) << "what the page lacks stays";
+    Source source(sink.bytes);
+    SInputBinaryStream in(source);
+    EXPECT_EQ(in.ReadUtf8(), "\xE6\x97\xA5");
+    EXPECT_EQ(in.ReadUtf8(), "a");
     EXPECT_EQ(Packed(SString("ab\0cd"sv)), "\3ab\0"s) << "text ends at its first zero byte";
 }
 

@@ -34,6 +34,8 @@
 
 #include <concepts>
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 namespace brcore8 {
 
@@ -72,10 +74,14 @@ class BRCORE8_API SOutputBinaryStream : public SOutputFilterStream {
         return *this;
     }
 
+    // A string whose text is UTF-8 already, with what no code page holds; the same errors.
+    void WriteUtf8(std::string_view text);
+
     // The bytes as they are.
     void WriteBytes(const void* data, std::size_t size);
 
 private:
+    void WriteText(const char* text, std::size_t size);
     void WriteValue(std::uint32_t value, unsigned long bytes);
 };
 
@@ -104,11 +110,14 @@ class BRCORE8_API SInputBinaryStream : public SInputFilterStream {
     // or more, or above TrustedLength and above the wrapped stream's Available().
     SInputBinaryStream& operator>>(SString& text);
     SInputBinaryStream& operator>>(SStringTable& table);
+    // A string's UTF-8 as it stands, to its first zero byte; the same errors.
+    std::string ReadUtf8();
     // Any of the four string maps. Of pairs whose keys are equal to it the last stays.
     template <class Map>
     SInputBinaryStream& operator>>(__SStringMap<Map>& map);
 
 private:
+    std::uint32_t ReadLength();
     std::uint32_t ReadValue(unsigned long bytes);
 };
 
