@@ -68,6 +68,7 @@ tour_preprocess() {
 tour_other_commands() {
     local text=$root/build/tour/all.txt sorted=$root/build/tour/sorted.txt
     local found=$root/build/tour/found.txt wide=$root/build/tour/wide.txt
+    local packed=$root/build/tour/packed.bin
     (cd "$tour_source" && xargs -d '\n' cat <"$tour_files") >"$text"
     echo
     echo "The other commands on all of that text at once ($(wc -l <"$text") lines):"
@@ -79,6 +80,11 @@ tour_other_commands() {
     line_of "convert --from utf8 --to utf16" "$(wc -c <"$wide") bytes"
     timed "$brcore8" classes >"$found"
     line_of "classes" "$(wc -l <"$found") classes of the library"
+    timed "$brcore8" binary pack "$sorted" >"$packed"
+    line_of "binary pack" "$(wc -c <"$packed") bytes hold the lines as a table"
+    timed "$brcore8" binary unpack "$packed" >"$found"
+    cmp -s "$sorted" "$found"
+    line_of "binary unpack" "the same lines again"
 }
 
 tour() {

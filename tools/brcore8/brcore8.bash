@@ -1,7 +1,7 @@
 # bash completion for brcore8
 _brcore8() {
     local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands='preprocess convert sort match scan rtf list map classes version help'
+    local commands='preprocess convert sort match scan rtf list map binary classes version help'
     local pages='437 850 852 866 874 932 936 949 950 1250 1251 1252 1253 1254 1255 1256 1257 1258 1361 10000'
     local shared='--code-page --oem-code-page --strict --color --help'
     COMPREPLY=()
@@ -25,6 +25,7 @@ _brcore8() {
         if [[ -z $command && " $commands " == *" $word "* ]]; then
             command=$word
             case $command in
+                binary) parts='pack unpack' ;;
                 list) parts='parse format' ;;
                 map) parts='parse' ;;
                 rtf) parts='header fonts colors styles merge' ;;
@@ -42,6 +43,8 @@ _brcore8() {
         sort) options="$shared --numbered --ignore-case --reverse" ;;
         match) options="$shared --ignore-case" ;;
         scan) options="$shared --keywords --delimiters" ;;
+        'binary pack') options="$shared --zero --output" ;;
+        'binary unpack') options="$shared --zero" ;;
         'list parse') options="$shared --zero --separators --escape" ;;
         'list format') options="$shared --zero --separator --escape" ;;
         'map parse')

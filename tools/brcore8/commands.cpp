@@ -24,6 +24,7 @@ constexpr Command Table[] = {
     {"rtf", "Take RTF documents apart, and put them together", PrepareRtf},
     {"list", "Take lists in one string apart, and put them together", PrepareList},
     {"map", "Take maps in one string apart", PrepareMap},
+    {"binary", "Make a binary table of strings, and read one", PrepareBinary},
     {"classes", "Show the class tree", PrepareClasses},
     {"version", "Tell the versions and the parts of this build", PrepareVersion},
     {"help", "Show this help, or that of a command", PrepareHelp},

@@ -2,7 +2,6 @@
 
 #include "output.h"
 #include "progress.h"
-#include "text_input.h"
 
 #include <brcore8/streams/text_lines.h>
 #include <brcore8/strings/string_table.h>
@@ -33,11 +32,11 @@ void AddItemEnd(CLI::App& parser, ItemEnd& end) {
         "-z,--zero", [&end] { end = ItemEnd::Zero; }, "Items end with a zero byte, not with LF");
 }
 
-SStringTable ReadItems(const std::string& input, const Settings& settings, ItemEnd end) {
+SStringTable ReadItems(const std::string& input, const Settings& settings, ItemEnd end,
+                       TextFormat as) {
     SStringTable items;
     const TextInput source(input, settings);
-    const std::string text =
-        end == ItemEnd::Line ? source.Text(TextFormat::Ansi, "\n") : source.Uncut(TextFormat::Ansi);
+    const std::string text = end == ItemEnd::Line ? source.Text(as, "\n") : source.Uncut(as);
     BeginStep(text.size());
     if (end == ItemEnd::Line) {
         for (const std::string_view line : STextLines(text))

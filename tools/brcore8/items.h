@@ -3,6 +3,7 @@
 #define BRCORE8_TOOLS_ITEMS_H
 
 #include "command.h"
+#include "text_input.h"
 
 #include <string>
 #include <string_view>
@@ -16,9 +17,10 @@ enum class ItemEnd { Line, Zero };
 // The option that asks for zero bytes.
 void AddItemEnd(CLI::App& parser, ItemEnd& end);
 
-// All items of INPUT, in the code page of text. Lines are cut as everywhere; between zero bytes
-// everything is kept.
-SStringTable ReadItems(const std::string& input, const Settings& settings, ItemEnd end);
+// All items of INPUT, in the code page of text or in UTF-8. Lines are cut as everywhere; between
+// zero bytes everything is kept.
+SStringTable ReadItems(const std::string& input, const Settings& settings, ItemEnd end,
+                       TextFormat as = TextFormat::Ansi);
 
 // Prints the items. Throws Failure, before anything is printed, when one cannot be told from
 // several: it holds a line end, or a zero byte where these end items.

@@ -105,6 +105,15 @@ std::string Encode(std::u16string_view text, TextFormat as, SConversionLoss& los
 
 }  // namespace
 
+void ReportLoss(std::size_t count, std::size_t first, const std::string& name,
+                const Settings& settings) {
+    if (!count) return;
+    const std::string what = std::to_string(count) + (count == 1 ? " character" : " characters") +
+                             " did not survive, the first at byte " + std::to_string(first);
+    if (settings.strict) throw Failure{name, what};
+    Say("brcore8: " + name + ": " + what);
+}
+
 TextInput::TextInput(const std::string& input, const Settings& settings,
                      std::optional<TextFormat> from)
     : settings_(settings),
@@ -160,14 +169,7 @@ public:
             count_ += undefined.count + loss.count;
     }
 
-    void Report() const {
-        if (!count_) return;
-        const std::string what = std::to_string(count_) +
-                                 (count_ == 1 ? " character" : " characters") +
-                                 " did not survive, the first at byte " + std::to_string(first_);
-        if (input_.settings_.strict) throw Failure{input_.name_, what};
-        Say("brcore8: " + input_.name_ + ": " + what);
-    }
+    void Report() const { ReportLoss(count_, first_, input_.name_, input_.settings_); }
 
 private:
     // Every page has one unit for each character of one or two bytes.

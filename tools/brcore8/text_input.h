@@ -17,6 +17,11 @@ namespace tool {
 
 enum class TextFormat { Ansi, Oem, Utf16, Utf8 };
 
+// Says on standard error how many characters did not survive, and the byte offset of the first;
+// nothing when none. Throws Failure instead when the settings are strict.
+void ReportLoss(std::size_t count, std::size_t first, const std::string& name,
+                const Settings& settings);
+
 class TextInput {
 public:
     // Reads all of INPUT ("-" is standard input). `from` decides against any mark, and a
@@ -25,6 +30,8 @@ public:
     TextInput(const std::string& input, const Settings& settings,
               std::optional<TextFormat> from = std::nullopt);
 
+    // What messages call the input.
+    const std::string& Name() const { return name_; }
     TextFormat Format() const { return format_; }
     // The bytes behind the mark, as they were read.
     std::string_view Bytes() const { return std::string_view(bytes_).substr(markLength_); }
