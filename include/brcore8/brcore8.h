@@ -17,6 +17,7 @@
 #include <brcore8/core/object.h>
 #include <brcore8/core/pool_resource.h>
 #include <brcore8/core/throw.h>
+#include <brcore8/core/trace.h>
 #include <brcore8/core/version.h>
 #include <brcore8/graphics/bitmap.h>
 #include <brcore8/graphics/gdi_object.h>

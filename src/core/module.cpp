@@ -46,10 +46,6 @@ SModuleState* SSetModuleState(SModuleState* state) {
     return previous != nullptr ? previous : SCoreGetModuleState();
 }
 
-HINSTANCE SGetCoreInstance() {
-    return SThisModule();
-}
-
 HINSTANCE brcore8::ResourceInstance() {
     const HINSTANCE instance = SGetModuleState()->GetResInstance();
     return instance != nullptr ? instance : SThisModule();

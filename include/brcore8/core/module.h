@@ -45,8 +45,25 @@ BRCORE8_API SModuleState* SSetModuleState(SModuleState* state);
 // The library's own state, initialised with the library's handle.
 BRCORE8_API SModuleState* SCoreGetModuleState();
 
-// The library's own module handle.
+// --- The library itself ----------------------------------------------------------------------
+
+// The library's own module handle, as its start-up recorded it.
 extern "C" BRCORE8_API HINSTANCE SGetCoreInstance();
+
+// What the platform calls when the library is loaded (1) and unloaded (0); other reasons do
+// nothing. Loading records the module handle and the platform's version (see
+// brcore8/core/version.h), reads the trace masks of the environment (see brcore8/core/trace.h), and
+// counts; unloading counts back, and the last one empties the trace table. Returns 1.
+extern "C" BRCORE8_ENTRY int BRCORE8_STDCALL CoreLibMain(HINSTANCE instance, unsigned long reason,
+                                                         void* reserved) noexcept;
+
+// How often the library was loaded and not unloaded: 1 in an ordinary program.
+BRCORE8_API long SCoreAttachCount() noexcept;
+
+// The address of a function that `module` exports by that very name, or null. A module that is not
+// loaded is looked for as the platform looks for libraries, and stays loaded. Null stands for this
+// library itself.
+extern "C" BRCORE8_API void* SGetProcAddress(const char* module, const char* function) noexcept;
 
 namespace brcore8 {
 

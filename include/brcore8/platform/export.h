@@ -16,15 +16,20 @@
 
 // BRCORE8_API marks what the shared library exports; everything else stays inside it.
 // BRCORE8_STDCALL is the calling convention of the call-outs (32-bit Windows alone has several).
+// BRCORE8_ENTRY marks functions of that convention that other modules import by their plain names:
+// 32-bit Windows would decorate them, so there the build lists them in a file for the linker.
 #if defined(_WIN32)
 #if defined(BRCORE8_BUILDING)
 #define BRCORE8_API __declspec(dllexport)
+#define BRCORE8_ENTRY
 #else
 #define BRCORE8_API __declspec(dllimport)
+#define BRCORE8_ENTRY __declspec(dllimport)
 #endif
 #define BRCORE8_STDCALL __stdcall
 #else
 #define BRCORE8_API __attribute__((visibility("default")))
+#define BRCORE8_ENTRY BRCORE8_API
 #define BRCORE8_STDCALL
 #endif
 

@@ -3,6 +3,21 @@
 #ifndef BRCORE8_PLATFORM_TYPES_H
 #define BRCORE8_PLATFORM_TYPES_H
 
+#if defined(_WIN32)
+#include <guiddef.h>
+#else
+#include <cstdint>
+
+// As the platform's own small header has it.
+struct _GUID {
+    std::uint32_t Data1;
+    std::uint16_t Data2;
+    std::uint16_t Data3;
+    std::uint8_t Data4[8];
+};
+using GUID = _GUID;
+#endif
+
 struct HINSTANCE__;
 using HINSTANCE = HINSTANCE__*;
 struct HKEY__;

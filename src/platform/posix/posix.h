@@ -11,8 +11,11 @@
 #include "platform/posix/global.h"
 #include "platform/posix/message_box.h"
 #include "platform/posix/messages.h"
+#include "platform/posix/probes.h"
 #include "platform/posix/profile.h"
 #include "platform/posix/registry.h"
 #include "platform/posix/resources.h"
+#include "platform/posix/shell.h"
+#include "platform/posix/version.h"
 
 #endif

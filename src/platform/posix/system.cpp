@@ -1,6 +1,23 @@
 #include "platform/system.h"
 
+#include <brcore8/core/version.h>
+
+#include "platform/platform.h"
+
 #include <sys/utsname.h>
+#include <cstdio>
+
+BOOL GetVersionExA(OSVERSIONINFOA* version) noexcept {
+    utsname name{};
+    if (uname(&name) != 0) return 0;
+    unsigned numbers[3] = {0, 0, 0};
+    std::sscanf(name.release, "%u.%u.%u", &numbers[0], &numbers[1], &numbers[2]);
+    version->dwMajorVersion = numbers[0];
+    version->dwMinorVersion = numbers[1];
+    version->dwBuildNumber = numbers[2];
+    version->dwPlatformId = SPlatformPosix;
+    return 1;
+}
 
 namespace brcore8 {
 
