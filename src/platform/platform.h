@@ -10,6 +10,8 @@
 #define NOMINMAX
 #endif
 #include <windows.h>
+
+#include <shellapi.h>
 #undef GetClassInfo
 #undef LoadString
 #else
