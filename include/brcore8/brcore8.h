@@ -10,10 +10,12 @@
 #include <brcore8/containers/table.h>
 #include <brcore8/containers/tree.h>
 #include <brcore8/core/cast.h>
+#include <brcore8/core/dump.h>
 #include <brcore8/core/exception.h>
 #include <brcore8/core/fixed_alloc.h>
 #include <brcore8/core/idle.h>
 #include <brcore8/core/module.h>
+#include <brcore8/core/module_dependency.h>
 #include <brcore8/core/object.h>
 #include <brcore8/core/pool_resource.h>
 #include <brcore8/core/throw.h>
@@ -41,6 +43,7 @@
 #include <brcore8/streams/input_file.h>
 #include <brcore8/streams/input_filters.h>
 #include <brcore8/streams/input_stream.h>
+#include <brcore8/streams/mapped_file.h>
 #include <brcore8/streams/output_file.h>
 #include <brcore8/streams/output_filters.h>
 #include <brcore8/streams/output_memory.h>

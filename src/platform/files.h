@@ -20,6 +20,11 @@ std::int64_t TellStream(std::FILE* stream) noexcept;
 // cannot be told. Throws std::bad_alloc.
 std::string FinalPath(const char* path);
 
+// The content of a regular file as memory that can only be read, and its size; null, and 0, when
+// there is none. The file itself is closed. Opening waits for nobody.
+const void* MapFile(const char* path, std::int64_t& size) noexcept;
+bool UnmapFile(const void* data, std::int64_t size) noexcept;
+
 // The columns of the terminal that standard error is; 0 when it is none.
 int ErrorTerminalWidth() noexcept;
 

@@ -1,10 +1,14 @@
 #include "platform/files.h"
 
+#include <fcntl.h>
 #include <sys/ioctl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <cerrno>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace brcore8 {
 
@@ -28,6 +32,29 @@ std::int64_t TellStream(std::FILE* stream) noexcept {
 std::string FinalPath(const char* path) {
     const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path, nullptr), &std::free);
     return resolved != nullptr ? resolved.get() : path;
+}
+
+const void* MapFile(const char* path, std::int64_t& size) noexcept {
+    size = 0;
+    int descriptor = open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    while (descriptor < 0 && errno == EINTR)
+        descriptor = open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor < 0) return nullptr;
+    struct stat facts;
+    void* data = MAP_FAILED;
+    // Nothing can be mapped of an empty file, nor of one larger than the memory's addresses.
+    if (fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode) &&
+        std::in_range<std::size_t>(facts.st_size))
+        data = mmap(nullptr, static_cast<std::size_t>(facts.st_size), PROT_READ, MAP_SHARED,
+                    descriptor, 0);
+    close(descriptor);
+    if (data == MAP_FAILED) return nullptr;
+    size = facts.st_size;
+    return data;
+}
+
+bool UnmapFile(const void* data, std::int64_t size) noexcept {
+    return munmap(const_cast<void*>(data), static_cast<std::size_t>(size)) == 0;
 }
 
 int ErrorTerminalWidth() noexcept {

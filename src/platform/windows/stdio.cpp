@@ -3,6 +3,8 @@
 
 #include <io.h>
 
+#include <utility>
+
 namespace brcore8 {
 
 std::FILE* OpenStream(const char* path, const char* mode) noexcept {
@@ -39,6 +41,30 @@ std::string FinalPath(const char* path) {
     if (length == 0 || length >= room) return path;
     result.resize(length);
     return result;
+}
+
+const void* MapFile(const char* path, std::int64_t& size) noexcept {
+    size = 0;
+    const HANDLE file = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return nullptr;
+    const void* data = nullptr;
+    LARGE_INTEGER bytes;
+    if (GetFileType(file) == FILE_TYPE_DISK && GetFileSizeEx(file, &bytes) &&
+        std::in_range<std::size_t>(bytes.QuadPart)) {
+        const HANDLE mapping = CreateFileMappingA(file, nullptr, PAGE_READONLY, 0, 0, nullptr);
+        if (mapping != nullptr) {
+            data = MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 0);
+            CloseHandle(mapping);
+        }
+    }
+    CloseHandle(file);
+    if (data != nullptr) size = bytes.QuadPart;
+    return data;
+}
+
+bool UnmapFile(const void* data, std::int64_t) noexcept {
+    return UnmapViewOfFile(data) != 0;
 }
 
 int ErrorTerminalWidth() noexcept {

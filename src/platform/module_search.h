@@ -1,0 +1,30 @@
+// Where the platform finds the file of a module. windows/module_search.cpp asks the system;
+// posix/module_search.cpp looks for names in any case, and remembers what the folders hold.
+#ifndef BRCORE8_PLATFORM_MODULE_SEARCH_H
+#define BRCORE8_PLATFORM_MODULE_SEARCH_H
+
+#include "platform/paths.h"
+
+namespace brcore8 {
+
+// Finds regular files only, by names without a folder, and answers with a path that fits. One
+// thread at a time. Throws SEOutOfMemory.
+class ModuleSearch {
+public:
+    ModuleSearch() noexcept;
+    ~ModuleSearch();
+    ModuleSearch(const ModuleSearch&) = delete;
+    ModuleSearch& operator=(const ModuleSearch&) = delete;
+
+    bool FindIn(const char* folder, const char* name, char (&path)[PathSize]);
+    // In the platform's own order.
+    bool Find(const char* name, char (&path)[PathSize]);
+
+private:
+    struct Folders;
+    Folders* folders_ = nullptr;
+};
+
+}  // namespace brcore8
+
+#endif
