@@ -225,18 +225,20 @@ TEST_F(Modules, DamagedProgramsGiveTheirStatusOrWhatMakesSense) {
 
 TEST_F(Modules, EveryCutAndEveryDamagedByteIsSurvived) {
     const ProgramImage whole({"one.dll", "two.dll"}, ProgramImage::Kind::Bits64, {"three.dll"});
+    const auto expect = [&](const ProgramImage& image, const char* statuses) {
+        // Anew: some file systems flush a file that is cut and written again.
+        std::filesystem::remove(folder_ / "damaged.exe");
+        image.Write(folder_ / "damaged.exe");
+        const std::string result = Walk("damaged.exe", List::DelayedImports);
+        return std::string(statuses).find(result[0]) != std::string::npos &&
+               (result[0] != '0' || result.starts_with("0: damaged.exe"));
+    };
     for (std::size_t size = 0; size <= whole.Bytes().size(); ++size) {
-        ProgramImage(whole).Truncate(size).Write(folder_ / "cut.exe");
         const char* const status = size == 0 ? "1" : size < ProgramImage::NewHeader + 4 ? "2" : "0";
-        ASSERT_EQ(Walk("cut.exe", List::DelayedImports).substr(0, 1), status) << size;
+        ASSERT_TRUE(expect(ProgramImage(whole).Truncate(size), status)) << size;
     }
-    for (std::size_t at = 0; at < whole.Bytes().size(); ++at) {
-        for (const int mask : {0x01, 0xFF}) {
-            ProgramImage(whole).Flip(at, mask).Write(folder_ / "damaged.exe");
-            const std::string result = Walk("damaged.exe", List::DelayedImports);
-            ASSERT_TRUE(result == "2:" || result.starts_with("0: damaged.exe")) << at << result;
-        }
-    }
+    for (std::size_t at = 0; at < whole.Bytes().size(); ++at)
+        ASSERT_TRUE(expect(ProgramImage(whole).Flip(at), "02")) << at;
 }
 
 // --- Names -----------------------------------------------------------------------------------
@@ -273,26 +275,32 @@ TEST_F(Modules, NamesThatAreNoFileNamesAreFoundNowhere) {
 
 // --- Size ------------------------------------------------------------------------------------
 
-class LargeModules : public Modules {
-protected:
-    void TearDown() override {
-        EXPECT_LT(std::chrono::steady_clock::now() - began_, std::chrono::seconds(5) * Slowness());
-    }
-    static std::string Numbered(int number) {
-        return std::string("m").append(std::to_string(number)).append(".dll");
-    }
-    // What a sanitizer, or Wine, takes for its own work.
-    static int Slowness() { return 4; }
-
-    List WalkAll() const {
-        return List((folder_ / "program.exe").c_str(), SStringTable(), List::FoldersOnly);
-    }
-    static long Missing(const SModuleFileInfo& module) {
-        return std::distance(module.begin(), module.end());
+class Stopwatch {
+public:
+    double Seconds() const {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - began_).count();
     }
 
 private:
     std::chrono::steady_clock::time_point began_ = std::chrono::steady_clock::now();
+};
+
+class LargeModules : public Modules {
+protected:
+    static std::string Numbered(int number) {
+        return std::string("m").append(std::to_string(number)).append(".dll");
+    }
+    // Within five seconds, and time for a sanitizer or a busy machine.
+    struct TimedList : private Stopwatch, List {
+        explicit TimedList(const std::string& path, unsigned options = List::FoldersOnly)
+            : List(path.c_str(), SStringTable(), options) {
+            EXPECT_LT(Seconds(), 15);
+        }
+    };
+    TimedList WalkAll() const { return TimedList(folder_ / "program.exe"); }
+    static long Missing(const SModuleFileInfo& module) {
+        return std::distance(module.begin(), module.end());
+    }
 };
 
 TEST_F(LargeModules, TablesOfManyImports) {
@@ -314,7 +322,7 @@ TEST_F(LargeModules, TablesOfManyImports) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         Make("program.exe", row.imports);
-        const List list = WalkAll();
+        const TimedList list = WalkAll();
         EXPECT_EQ(list.GetCount(), row.modules);
         EXPECT_EQ(Missing(*list.LookupModule("program.exe", 0)), row.missing);
     }
@@ -323,7 +331,7 @@ TEST_F(LargeModules, TablesOfManyImports) {
 TEST_F(LargeModules, ATableWithoutEndEnds) {
     ProgramImage endless(Names(150'000, "gone.dll"));
     endless.Write(folder_ / "program.exe");
-    const List list = WalkAll();
+    const TimedList list = WalkAll();
     EXPECT_EQ(list.GetStatus(), List::Done);
     EXPECT_EQ(Missing(*list.GetNextModule(nullptr)), 100'000);
 }
@@ -333,7 +341,7 @@ TEST_F(LargeModules, TenThousandMissingInThePlatformsFolders) {
     for (int i = 0; i < 10'000; ++i)
         names.push_back(std::string("brcore8-none-").append(Numbered(i)));
     Make("program.exe", names);
-    const List list((folder_ / "program.exe").c_str());
+    const TimedList list(folder_ / "program.exe", List::Imports);
     EXPECT_EQ(Missing(*list.GetNextModule(nullptr)), 10'000);
 }
 
@@ -342,7 +350,7 @@ TEST_F(LargeModules, AChainOfFiveThousand) {
     Make("program.exe", {Numbered(1)});
     for (int i = 1; i <= Length; ++i)
         Make(Numbered(i).c_str(), {Numbered(i + 1)});
-    const List list = WalkAll();
+    const TimedList list = WalkAll();
     EXPECT_EQ(list.GetCount(), Length + 1);
     const SModuleFileInfo* const last = list.GetNextModule(nullptr);
     EXPECT_EQ(last->GetFileName(), Numbered(Length));

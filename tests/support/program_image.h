@@ -2,13 +2,12 @@
 //
 //     ProgramImage({"kernel32.dll", "user32.dll"}).Truncate(0x90).Write("short.exe");
 //
-// One section, behind headers of 0x400 bytes, holds the import table, the delayed one and the
+// One section, behind headers of 0x200 bytes, holds the import table, the delayed one and the
 // names.
 #ifndef BRCORE8_TESTS_SUPPORT_PROGRAM_IMAGE_H
 #define BRCORE8_TESTS_SUPPORT_PROGRAM_IMAGE_H
 
 #include <cstdint>
-#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -22,7 +21,7 @@ public:
     static constexpr std::size_t SectionCount = NewHeader + 6;
     static constexpr std::size_t OptionalSize = NewHeader + 20;
     static constexpr std::size_t Magic = NewHeader + 24;
-    static constexpr std::size_t Tables = 0x400;
+    static constexpr std::size_t Tables = 0x200;
     static constexpr std::uint32_t TablesAddress = 0x1000;
     static constexpr std::uint32_t ImageBase = 0x400000;
     std::size_t DirectoryCount() const { return Magic + (wide_ ? 108 : 92); }
@@ -77,11 +76,7 @@ public:
     }
 
     const std::string& Bytes() const { return bytes_; }
-    // Anew: some file systems flush a file that is cut and written again.
-    void Write(const std::string& path) const {
-        std::filesystem::remove(path);
-        std::ofstream(path, std::ios::binary) << bytes_;
-    }
+    void Write(const std::string& path) const { std::ofstream(path, std::ios::binary) << bytes_; }
 
 private:
     std::uint32_t AddName(const std::string& name) {

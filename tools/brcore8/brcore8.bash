@@ -1,7 +1,7 @@
 # bash completion for brcore8
 _brcore8() {
     local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands='preprocess convert sort match scan rtf list map binary classes version help'
+    local commands='preprocess convert sort match scan rtf list map binary modules classes version help'
     local pages='437 850 852 866 874 932 936 949 950 1250 1251 1252 1253 1254 1255 1256 1257 1258 1361 10000'
     local shared='--code-page --oem-code-page --strict --color --help'
     COMPREPLY=()
@@ -41,6 +41,7 @@ _brcore8() {
         preprocess) options="$shared --char --define --output" ;;
         convert) options="$shared --from --to --output" ;;
         sort) options="$shared --numbered --ignore-case --reverse" ;;
+        modules) options="$shared --path --delayed" ;;
         match) options="$shared --ignore-case" ;;
         scan) options="$shared --keywords --delimiters" ;;
         'binary pack') options="$shared --zero --output" ;;

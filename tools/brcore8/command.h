@@ -58,6 +58,7 @@ Action PrepareRtf(CLI::App& parser, const Settings& settings);
 Action PrepareList(CLI::App& parser, const Settings& settings);
 Action PrepareMap(CLI::App& parser, const Settings& settings);
 Action PrepareBinary(CLI::App& parser, const Settings& settings);
+Action PrepareModules(CLI::App& parser, const Settings& settings);
 Action PrepareClasses(CLI::App& parser, const Settings& settings);
 Action PrepareVersion(CLI::App& parser, const Settings& settings);
 Action PrepareHelp(CLI::App& parser, const Settings& settings);

@@ -25,6 +25,7 @@ constexpr Command Table[] = {
     {"list", "Take lists in one string apart, and put them together", PrepareList},
     {"map", "Take maps in one string apart", PrepareMap},
     {"binary", "Make a binary table of strings, and read one", PrepareBinary},
+    {"modules", "List the modules that a Windows program needs", PrepareModules},
     {"classes", "Show the class tree", PrepareClasses},
     {"version", "Tell the versions and the parts of this build", PrepareVersion},
     {"help", "Show this help, or that of a command", PrepareHelp},
