@@ -130,6 +130,6 @@ int SRtfDocument::RtfToUtf16(std::u16string* text, std::string_view rtf) {
 
 int SRtfDocument::Utf16ToRtf(SString* rtf, std::u16string_view text) {
     if (rtf == nullptr || !CreateEditCtrl()) return 0;
-    *rtf = text.empty() ? SString() : WriteDocument(*control_, text);
+    *rtf = WriteDocument(*control_, text);
     return 1;
 }

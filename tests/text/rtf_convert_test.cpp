@@ -127,6 +127,9 @@ TEST(RtfConversion, LosesNothingInUtf16) {
     ASSERT_EQ(converter.Utf16ToRtf(&rtf, text), 1);
     ASSERT_EQ(converter.RtfToUtf16(&back, rtf.View()), 1);
     EXPECT_EQ(SUtf8FromUtf16(back), SUtf8FromUtf16(text));
+    ASSERT_EQ(converter.Utf16ToRtf(&rtf, u""), 1);
+    EXPECT_TRUE(rtf.IsRtf());
+    EXPECT_EQ(TextOf(converter, std::string(rtf.View())), "");
     ASSERT_EQ(converter.Utf16ToRtf(&rtf, u"a\0b"s), 1);
     ASSERT_EQ(converter.RtfToUtf16(&back, rtf.View()), 1);
     EXPECT_EQ(back, u"ab") << "no document holds a zero unit";

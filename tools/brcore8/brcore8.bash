@@ -28,7 +28,7 @@ _brcore8() {
                 binary) parts='pack unpack' ;;
                 list) parts='parse format' ;;
                 map) parts='parse' ;;
-                rtf) parts='header fonts colors styles merge' ;;
+                rtf) parts='header fonts colors styles merge text from-text' ;;
             esac
         elif [[ -z $part && " $parts " == *" $word "* ]]; then
             part=$word
@@ -52,7 +52,7 @@ _brcore8() {
             options="$shared --assign --separators --escape --key-format --first"
             options+=' --ignore-case --unsorted'
             ;;
-        'rtf merge') options="$shared --output" ;;
+        'rtf merge' | 'rtf text' | 'rtf from-text') options="$shared --output" ;;
     esac
     if [[ $current == -* ]]; then
         _brcore8_words "$options"

@@ -114,6 +114,15 @@ void ReportLoss(std::size_t count, std::size_t first, const std::string& name,
     Say("brcore8: " + name + ": " + what);
 }
 
+void ReportLoss(const std::string& name, std::size_t count, const std::string& first,
+                const Settings& settings) {
+    if (count == 0) return;
+    const std::string what = std::to_string(count) + (count == 1 ? " character" : " characters") +
+                             " did not survive, the first " + first;
+    if (settings.strict) throw Failure{name, what};
+    Say("brcore8: " + name + ": " + what);
+}
+
 TextInput::TextInput(const std::string& input, const Settings& settings,
                      std::optional<TextFormat> from)
     : settings_(settings),
@@ -169,7 +178,9 @@ public:
             count_ += undefined.count + loss.count;
     }
 
-    void Report() const { ReportLoss(count_, first_, input_.name_, input_.settings_); }
+    void Report() const {
+        ReportLoss(input_.name_, count_, "at byte " + std::to_string(first_), input_.settings_);
+    }
 
 private:
     // Every page has one unit for each character of one or two bytes.

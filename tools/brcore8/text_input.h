@@ -22,6 +22,11 @@ enum class TextFormat { Ansi, Oem, Utf16, Utf8 };
 void ReportLoss(std::size_t count, std::size_t first, const std::string& name,
                 const Settings& settings);
 
+// Says on standard error how many characters of a text did not survive, and where the first stands;
+// a Failure when the settings are strict. Nothing for none.
+void ReportLoss(const std::string& name, std::size_t count, const std::string& first,
+                const Settings& settings);
+
 class TextInput {
 public:
     // Reads all of INPUT ("-" is standard input). `from` decides against any mark, and a

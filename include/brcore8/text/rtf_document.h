@@ -95,7 +95,7 @@ public:
     int TextToRtf(SString* rtf, SString& text);
 
     // The same from and to UTF-16, so that nothing depends on the process's page or is lost to it.
-    // Utf16ToRtf takes every text as plain text.
+    // Utf16ToRtf takes every text as plain text, and makes an empty document of an empty one.
     int RtfToUtf16(std::u16string* text, std::string_view rtf);
     int Utf16ToRtf(SString* rtf, std::u16string_view text);
 
