@@ -87,6 +87,24 @@ tour_other_commands() {
     line_of "binary unpack" "the same lines again"
 }
 
+# merge_documents TARGET FIRST DOCUMENT...: one document after the other.
+merge_documents() {
+    local target=$1 document
+    cp "$2" "$target"
+    for document in "${@:3}"; do
+        "$brcore8" rtf merge "$target" "$document" -o "$target" 2>/dev/null
+    done
+}
+
+tour_documents() {
+    local documents=("$root"/tests/text/documents/*.rtf) merged=$root/build/tour/merged.rtf fonts
+    echo
+    echo "On RTF documents in the manner of many writers:"
+    timed merge_documents "$merged" "${documents[@]}"
+    fonts=$("$brcore8" rtf fonts "$merged" | wc -l)
+    line_of "rtf merge" "${#documents[@]} documents are one, with $fonts fonts"
+}
+
 tour() {
     local elapsed
     rm -rf "$root/build/tour"
@@ -100,6 +118,7 @@ tour() {
     echo "defined, and the result written, but only where it differs from what is there already."
     tour_preprocess
     tour_other_commands
+    tour_documents
     echo
     echo "Results: $tour_target"
     echo "Go on with:  ./run help"

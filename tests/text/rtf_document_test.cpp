@@ -2,15 +2,18 @@
 
 #include <brcore8/core/exception.h>
 #include <brcore8/strings/string_buffer.h>
+#include <brcore8/strings/unicode.h>
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "support/failing_allocator.h"
 #include "support/page_scope.h"
+#include "support/rtf_documents.h"
 
 using namespace std::string_view_literals;
 
@@ -268,6 +271,23 @@ TEST(RtfMerge, MakesOneDocument) {
     EXPECT_EQ(SRtfDocument::Merge("text", "{\\rtf1}", result), 0);
     EXPECT_EQ(SRtfDocument::Merge("{\\rtf1}", "", result), 0);
     EXPECT_EQ(result, "old");
+}
+
+TEST(RtfMerge, KeepsBothTextsOfWhicheverWriters) {
+    const std::vector<RtfDocumentFile> documents = RtfDocumentFiles();
+    ASSERT_GE(documents.size(), 30u);
+    SRtfDocument converter;
+    for (const RtfDocumentFile& first : documents)
+        for (const RtfDocumentFile& second : documents) {
+            SString merged;
+            const SString both[] = {SString(std::string_view(first.rtf)),
+                                    SString(std::string_view(second.rtf))};
+            EXPECT_EQ(SRtfDocument::Merge(both[0], both[1], merged), 1);
+            std::u16string text;
+            converter.RtfToUtf16(&text, merged.View());
+            EXPECT_EQ(SUtf8FromUtf16(text), SUtf8FromUtf16(first.text + u"\r\n" + second.text))
+                << first.name << " and " << second.name;
+        }
 }
 
 TEST(RtfDocument, LeavesStringsAloneWhenMemoryEnds) {
