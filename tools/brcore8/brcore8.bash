@@ -1,7 +1,7 @@
 # bash completion for brcore8
 _brcore8() {
     local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands='preprocess convert sort match scan rtf list map binary modules classes version help'
+    local commands='preprocess convert sort match scan rtf list map binary modules settings classes version help'
     local pages='437 850 852 866 874 932 936 949 950 1250 1251 1252 1253 1254 1255 1256 1257 1258 1361 10000'
     local shared='--code-page --oem-code-page --strict --color --help'
     COMPREPLY=()
@@ -28,6 +28,7 @@ _brcore8() {
                 binary) parts='pack unpack' ;;
                 list) parts='parse format' ;;
                 map) parts='parse' ;;
+                settings) parts='list get set delete' ;;
                 rtf) parts='header fonts colors styles merge text from-text' ;;
             esac
         elif [[ -z $part && " $parts " == *" $word "* ]]; then
@@ -52,6 +53,8 @@ _brcore8() {
             options="$shared --assign --separators --escape --key-format --first"
             options+=' --ignore-case --unsorted'
             ;;
+        'settings set') options="$shared --dword" ;;
+        'settings delete') options="$shared --recursive" ;;
         'rtf merge' | 'rtf text' | 'rtf from-text') options="$shared --output" ;;
     esac
     if [[ $current == -* ]]; then

@@ -59,6 +59,7 @@ Action PrepareList(CLI::App& parser, const Settings& settings);
 Action PrepareMap(CLI::App& parser, const Settings& settings);
 Action PrepareBinary(CLI::App& parser, const Settings& settings);
 Action PrepareModules(CLI::App& parser, const Settings& settings);
+Action PrepareSettings(CLI::App& parser, const Settings& settings);
 Action PrepareClasses(CLI::App& parser, const Settings& settings);
 Action PrepareVersion(CLI::App& parser, const Settings& settings);
 Action PrepareHelp(CLI::App& parser, const Settings& settings);

@@ -4,7 +4,9 @@
 
 #include "platform/platform.h"
 
+#include <sqlite3.h>
 #include <sys/utsname.h>
+
 #include <cstdio>
 
 BOOL GetVersionExA(OSVERSIONINFOA* version) noexcept {
@@ -29,11 +31,13 @@ std::string PlatformVersion() {
 }
 
 std::span<const PlatformPart> PlatformParts() {
-    static constexpr PlatformPart Parts[] = {
+    static const std::string store = std::string("SQLite ") + sqlite3_libversion();
+    static const PlatformPart Parts[] = {
         {"code page tables", "built in"},
         {"collation", "the C library, in the user's language"},
         {"message texts", "built in"},
         {"string resources", "compiled in"},
+        {"settings store", store.c_str()},
         {"message boxes", "none; the text goes to standard error"},
         {"windows", "none"},
     };

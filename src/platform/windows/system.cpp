@@ -16,9 +16,13 @@ std::string PlatformVersion() {
 
 std::span<const PlatformPart> PlatformParts() {
     static constexpr PlatformPart Parts[] = {
-        {"code page tables", "the system"}, {"collation", "the system, in the user's language"},
-        {"message texts", "the system"},    {"string resources", "the modules' own"},
-        {"message boxes", "the system"},    {"windows", "none in this version"},
+        {"code page tables", "the system"},
+        {"collation", "the system, in the user's language"},
+        {"message texts", "the system"},
+        {"string resources", "the modules' own"},
+        {"settings store", "the system's registry"},
+        {"message boxes", "the system"},
+        {"windows", "none in this version"},
     };
     return Parts;
 }
