@@ -22,10 +22,12 @@
 #include <brcore8/core/trace.h>
 #include <brcore8/core/version.h>
 #include <brcore8/graphics/bitmap.h>
+#include <brcore8/graphics/font.h>
 #include <brcore8/graphics/gdi_object.h>
 #include <brcore8/graphics/icon.h>
 #include <brcore8/platform/console.h>
 #include <brcore8/platform/export.h>
+#include <brcore8/platform/font_info.h>
 #include <brcore8/platform/light_lock.h>
 #include <brcore8/platform/resources.h>
 #include <brcore8/platform/threads.h>

@@ -37,6 +37,7 @@ inline constexpr ClassRow kLibraryClasses[] = {
     {"SDataOutputStream", "SOutputFilterStream", 0, false},
     // Drawing.
     {"SGdiObject", "SObject", 1, true},
+    {"SFont", "SGdiObject", 2, true},
     {"SBitmap", "SGdiObject", 2, true},
 };
 

@@ -7,8 +7,10 @@
 
 #include "platform/posix/bitmaps.h"
 #include "platform/posix/files.h"
+#include "platform/posix/fonts.h"
 #include "platform/posix/gdi.h"
 #include "platform/posix/global.h"
+#include "platform/posix/libraries.h"
 #include "platform/posix/message_box.h"
 #include "platform/posix/messages.h"
 #include "platform/posix/probes.h"
