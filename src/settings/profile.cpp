@@ -89,9 +89,17 @@ std::size_t WholeCharacters(const char* text) noexcept {
     return static_cast<std::size_t>(p - text);
 }
 
+bool IsSectionName(const char* name) noexcept {
+    return IsWithout("]\r\n", name);
+}
+
 bool IsKeyName(const char* name) noexcept {
     const char first = name[std::strspn(name, " \t\v\f\x1A")];
     return first != '\0' && first != '[' && first != ';' && IsWithout("=\r\n", name);
+}
+
+bool IsValue(const char* value) noexcept {
+    return std::strpbrk(value, "\r\n") == nullptr;
 }
 
 }  // namespace
@@ -115,11 +123,14 @@ long SProfile::Done() {
 
 // A null key means the section, a null value the key.
 long SProfile::Write(const char* key, const char* value) {
-    const bool isSound = !fileName_.IsEmpty() && IsWithout("]\r\n", section_) &&
-                         (key == nullptr || IsKeyName(key)) &&
-                         (value == nullptr || std::strpbrk(value, "\r\n") == nullptr);
+    const bool isSound = !fileName_.IsEmpty() && IsSectionName(section_) &&
+                         (key == nullptr || IsKeyName(key)) && (value == nullptr || IsValue(value));
     const bool isWritten = isSound && WritePrivateProfileStringA(section_, key, value, fileName_);
     return isWritten ? SettingsDone : SettingsNotWritten;
+}
+
+int SProfile::Accepts(const SString& key, const SString& value) const noexcept {
+    return IsSectionName(section_) && IsKeyName(key) && IsValue(value);
 }
 
 long SProfile::WriteProfile(const SString& key, int value) {

@@ -184,6 +184,7 @@ TEST_F(Profile, RefusesWhatWouldNotReadBack) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         SProfile profile(Path(), row.section, 0);
+        EXPECT_EQ(profile.Accepts(row.key, row.value), 0);
         EXPECT_EQ(profile.WriteProfile(row.key, SString(row.value)), brcore8::SettingsNotWritten);
         EXPECT_EQ(Bytes(), before);
     }

@@ -1,7 +1,7 @@
 # bash completion for brcore8
 _brcore8() {
     local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands='preprocess convert sort match scan rtf list map binary modules settings classes version help'
+    local commands='preprocess convert sort match scan rtf list map binary modules settings profile classes version help'
     local pages='437 850 852 866 874 932 936 949 950 1250 1251 1252 1253 1254 1255 1256 1257 1258 1361 10000'
     local shared='--code-page --oem-code-page --strict --color --help'
     COMPREPLY=()
@@ -30,6 +30,8 @@ _brcore8() {
                 map) parts='parse' ;;
                 settings) parts='list get set delete' ;;
                 rtf) parts='header fonts colors styles merge text from-text' ;;
+                rtf) parts='header fonts colors styles merge' ;;
+                profile) parts='get set' ;;
             esac
         elif [[ -z $part && " $parts " == *" $word "* ]]; then
             part=$word

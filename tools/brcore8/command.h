@@ -60,6 +60,7 @@ Action PrepareMap(CLI::App& parser, const Settings& settings);
 Action PrepareBinary(CLI::App& parser, const Settings& settings);
 Action PrepareModules(CLI::App& parser, const Settings& settings);
 Action PrepareSettings(CLI::App& parser, const Settings& settings);
+Action PrepareProfile(CLI::App& parser, const Settings& settings);
 Action PrepareClasses(CLI::App& parser, const Settings& settings);
 Action PrepareVersion(CLI::App& parser, const Settings& settings);
 Action PrepareHelp(CLI::App& parser, const Settings& settings);

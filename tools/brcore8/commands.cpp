@@ -27,6 +27,7 @@ constexpr Command Table[] = {
     {"binary", "Make a binary table of strings, and read one", PrepareBinary},
     {"modules", "List the modules that a Windows program needs", PrepareModules},
     {"settings", "Read and write the settings of the current user", PrepareSettings},
+    {"profile", "Read and write the keys of INI files", PrepareProfile},
     {"classes", "Show the class tree", PrepareClasses},
     {"version", "Tell the versions and the parts of this build", PrepareVersion},
     {"help", "Show this help, or that of a command", PrepareHelp},

@@ -73,6 +73,10 @@ public:
     long WriteProfile(const SString& key, long value);
     long WriteProfile(const SString& key, const SString& value);
 
+    // Whether what would be written reads back, blanks and quotes at the ends of the value apart:
+    // 1 or 0. Nothing else is written.
+    int Accepts(const SString& key, const SString& value) const noexcept;
+
     // Takes the key's line away; the section with its keys. 0 also when there is none. Elsewhere
     // than on Windows, remarks behind the section's last key stay.
     long DeleteProfile(const SString& key);
