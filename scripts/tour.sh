@@ -78,6 +78,8 @@ tour_other_commands() {
     line_of "match '#define*0x*'" "$(wc -l <"$found") lines match"
     timed "$brcore8" convert --from utf8 --to utf16 -o "$wide" "$text" 2>/dev/null
     line_of "convert --from utf8 --to utf16" "$(wc -c <"$wide") bytes"
+    timed "$brcore8" modules "$root/fuzz/corpus/module/real32.exe" >"$found"
+    line_of "modules real32.exe" "a Windows program imports $(grep -c ^missing "$found") modules"
     timed "$brcore8" classes >"$found"
     line_of "classes" "$(wc -l <"$found") classes of the library"
     timed "$brcore8" binary pack "$sorted" >"$packed"

@@ -165,6 +165,24 @@ TEST_F(Modules, DelayedImportsAreReadWhenAsked) {
     EXPECT_EQ(Walk("old.exe", List::DelayedImports), "0: old.exe late.dll");
 }
 
+// Made by two tool chains; what they import was read by another program.
+TEST_F(Modules, ProgramsOfRealToolChains) {
+    const struct {
+        const char* name;
+        Names imports;
+    } rows[] = {
+        {"real32.exe", {"ADVAPI32.dll", "KERNEL32.dll", "USER32.dll"}},
+        {"real64.dll", {"ADVAPI32.dll", "KERNEL32.dll", "USER32.dll"}},
+        {"delayed64.exe", {"KERNEL32.dll", "late.dll"}},
+    };
+    for (const auto& row : rows) {
+        std::filesystem::copy(std::filesystem::path(BRCORE8_REAL_PROGRAMS) / row.name,
+                              folder_.Path() / row.name);
+        EXPECT_EQ(Walk(row.name, List::DelayedImports),
+                  std::string("0: ").append(row.name) + "(" + Joined(row.imports) + ")");
+    }
+}
+
 // --- Damaged programs ------------------------------------------------------------------------
 
 TEST_F(Modules, DamagedProgramsGiveTheirStatusOrWhatMakesSense) {

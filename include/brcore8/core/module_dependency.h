@@ -33,7 +33,7 @@ class SStringTable;
 
 // One module, or one import that was not found (which has a file name alone).
 class BRCORE8_API SModuleFileInfo {
-    template <const SModuleFileInfo* (SModuleFileInfo::*Next)() const>
+    template <const SModuleFileInfo* (SModuleFileInfo::*Link)() const>
     class Iterator;
 
 public:
@@ -125,7 +125,7 @@ private:
 };
 static_assert(sizeof(void*) != 4 || sizeof(SModuleDependencyList) == 12);
 
-template <const SModuleFileInfo* (SModuleFileInfo::*Next)() const>
+template <const SModuleFileInfo* (SModuleFileInfo::*Link)() const>
 class SModuleFileInfo::Iterator {
 public:
     using iterator_category = std::forward_iterator_tag;
@@ -139,7 +139,7 @@ public:
     reference operator*() const noexcept { return *at_; }
     pointer operator->() const noexcept { return at_; }
     Iterator& operator++() noexcept {
-        at_ = (at_->*Next)();
+        at_ = (at_->*Link)();
         return *this;
     }
     Iterator operator++(int) noexcept {

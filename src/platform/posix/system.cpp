@@ -38,6 +38,9 @@ std::span<const PlatformPart> PlatformParts() {
         {"message texts", "built in"},
         {"string resources", "compiled in"},
         {"settings store", store.c_str()},
+        {"debugger's output", "standard error"},
+        {"log viewer", "xdg-open, else a text editor in a terminal"},
+        {"module search", "PATH, in any case"},
         {"message boxes", "none; the text goes to standard error"},
         {"windows", "none"},
     };

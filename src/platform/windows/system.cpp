@@ -21,6 +21,9 @@ std::span<const PlatformPart> PlatformParts() {
         {"message texts", "the system"},
         {"string resources", "the modules' own"},
         {"settings store", "the system's registry"},
+        {"debugger's output", "the system"},
+        {"log viewer", "the shell, else Notepad"},
+        {"module search", "the system"},
         {"message boxes", "the system"},
         {"windows", "none in this version"},
     };
