@@ -1,7 +1,6 @@
 #include "platform/posix/profile.h"
 
 #include <brcore8/core/exception.h>
-#include <brcore8/streams/file.h>
 
 #include <algorithm>
 #include <cstring>
@@ -78,10 +77,7 @@ void MakeEdit(std::string_view text, const char* section, const char* key, const
 // A file that is not there is made empty first, which means the same, so that its content too
 // comes as one step.
 bool Rewrite(const std::string& path, std::string_view text, bool isNew) {
-    if (isNew) {
-        SFile file;
-        if (file.Create(path.c_str()) < 0 || file.Close() < 0) return false;
-    }
+    if (isNew && !MakeProfileFile(path)) return false;
     try {
         RewriteFile(path.c_str(), text.data(), text.size());
         return true;

@@ -3,29 +3,20 @@
 #include <brcore8/streams/file.h>
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
+#include <utility>
+
+#include "platform/posix/registry_path.h"
+#include "streams/file_filter.h"
 
 namespace brcore8 {
 namespace {
 
 constexpr int kWaitMilliseconds = 5000;
-
-std::string ConfigurationFolder() {
-    const char* const folder = secure_getenv("XDG_CONFIG_HOME");
-    if (folder != nullptr && *folder == '/') return folder;
-    const char* home = secure_getenv("HOME");
-    if (home == nullptr || *home != '/') {
-        const passwd* const user = getpwuid(getuid());
-        home = user != nullptr ? user->pw_dir : "";
-    }
-    return std::string(home) + "/.config";
-}
 
 std::string FolderOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
@@ -69,26 +60,28 @@ Locked LockPath(const std::string& path, int flags, int& patience, int& descript
 
 std::string ProfilePath(const char* file, bool make) {
     if (std::string_view(file).find('/') != std::string_view::npos) return file;
-    const std::string configuration = ConfigurationFolder();
-    const std::string folder = configuration + "/brcore8";
-    if (make && access(folder.c_str(), F_OK) != 0) {
-        (void)mkdir(configuration.c_str(), 0700);
-        (void)mkdir(folder.c_str(), 0700);
-    }
-    return folder + "/" + file;
+    std::string path = ConfigurationFolder() + "/brcore8/" + file;
+    if (make) (void)MakeFolders(path, 0700);
+    return path;
 }
 
-// The folder and not the file, whose place another one takes with every write; the file where
-// folders cannot be locked.
+// The folder first, since with every write another file takes the place; then the file, which
+// other folders may know too, or which alone can be locked.
 ProfileWriterLock::ProfileWriterLock(const std::string& path) {
     int patience = kWaitMilliseconds;
-    Locked locked = LockPath(FolderOf(path), O_RDONLY | O_DIRECTORY, patience, descriptor_);
-    if (locked == Locked::Unable) locked = LockPath(path, O_RDWR, patience, descriptor_);
-    isHeld_ = locked != Locked::Busy;
+    isHeld_ = LockPath(FolderOf(path), O_RDONLY | O_DIRECTORY, patience, folder_) != Locked::Busy &&
+              LockPath(path, O_RDWR, patience, file_) != Locked::Busy;
 }
 
 ProfileWriterLock::~ProfileWriterLock() {
-    if (descriptor_ >= 0) close(descriptor_);
+    for (const int descriptor : {folder_, file_})
+        if (descriptor >= 0) close(descriptor);
+}
+
+bool MakeProfileFile(const std::string& path) noexcept {
+    if (!MayUseFile(FileOperation::Create, path.c_str())) return false;
+    const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+    return descriptor >= 0 && close(descriptor) == 0;
 }
 
 ProfileState ReadProfileFile(const std::string& path, IniBytes& text) {

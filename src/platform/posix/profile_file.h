@@ -14,7 +14,7 @@ namespace brcore8 {
 // folder of its own.
 std::string ProfilePath(const char* file, bool make);
 
-// Waits until no other writer is at work in the file's folder, at most five seconds.
+// Waits until no other writer is at work in the file's folder or at the file, at most five seconds.
 class ProfileWriterLock {
 public:
     explicit ProfileWriterLock(const std::string& path);
@@ -25,12 +25,16 @@ public:
     bool IsHeld() const noexcept { return isHeld_; }
 
 private:
-    int descriptor_ = -1;
+    int folder_ = -1;
+    int file_ = -1;
     bool isHeld_ = false;
 };
 
 enum class ProfileState { Whole, Missing, Unreadable };
 ProfileState ReadProfileFile(const std::string& path, IniBytes& text);
+
+// An empty file where there is none.
+bool MakeProfileFile(const std::string& path) noexcept;
 
 // The files read last, kept as long as they are the same. Any thread, one at a time.
 class ProfileReader {

@@ -18,17 +18,6 @@ const char* Variable(const char* name) {
     return value != nullptr && *value != '\0' ? value : nullptr;
 }
 
-std::string UserFolder() {
-    const char* const folder = Variable("XDG_CONFIG_HOME");
-    if (folder != nullptr && *folder == '/') return folder;
-    const char* home = Variable("HOME");
-    if (home == nullptr) {
-        const passwd* const user = getpwuid(getuid());
-        home = user != nullptr ? user->pw_dir : "";
-    }
-    return std::string(home) + "/.config";
-}
-
 LSTATUS StatusOfErrno() {
     switch (errno) {
         case ENOENT:
@@ -50,7 +39,20 @@ void Flush(const std::string& folder) {
     close(descriptor);
 }
 
-// A folder that was made must outlast a loss of power as the store in it does.
+}  // namespace
+
+std::string ConfigurationFolder() {
+    const char* const folder = Variable("XDG_CONFIG_HOME");
+    if (folder != nullptr && *folder == '/') return folder;
+    const char* home = Variable("HOME");
+    if (home == nullptr) {
+        const passwd* const user = getpwuid(getuid());
+        home = user != nullptr ? user->pw_dir : "";
+    }
+    return std::string(home) + "/.config";
+}
+
+// What was made must outlast a loss of power as what is put there does.
 LSTATUS MakeFolders(const std::string& path, mode_t mode) {
     for (std::size_t end = path.find('/', 1); end != std::string::npos;
          end = path.find('/', end + 1)) {
@@ -63,13 +65,11 @@ LSTATUS MakeFolders(const std::string& path, mode_t mode) {
     return ERROR_SUCCESS;
 }
 
-}  // namespace
-
 std::string StorePath(bool machine) {
     const char* const file = Variable(machine ? "BRCORE8_MACHINE_SETTINGS" : "BRCORE8_SETTINGS");
     // A name without a folder must not mean anything special to SQLite.
     if (file != nullptr) return *file == '/' ? file : std::string("./") + file;
-    return (machine ? "/etc" : UserFolder()) + kFile;
+    return (machine ? "/etc" : ConfigurationFolder()) + kFile;
 }
 
 LSTATUS PrepareStoreFile(const std::string& path, bool shared, bool make) {

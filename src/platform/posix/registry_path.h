@@ -2,6 +2,8 @@
 #ifndef BRCORE8_PLATFORM_POSIX_REGISTRY_PATH_H
 #define BRCORE8_PLATFORM_POSIX_REGISTRY_PATH_H
 
+#include <sys/types.h>
+
 #include <string>
 
 #include "platform/posix/registry.h"
@@ -11,6 +13,12 @@ namespace brcore8 {
 // The file of the user's store, or of the machine's. Programs that run with more rights than their
 // caller do not listen to the environment. Throws std::bad_alloc.
 std::string StorePath(bool machine);
+
+// The folder of the user's settings, without its final slash. Throws std::bad_alloc.
+std::string ConfigurationFolder();
+
+// Makes the folders above the path that are missing.
+LSTATUS MakeFolders(const std::string& path, mode_t mode);
 
 // That there is a regular file at the path: ERROR_FILE_NOT_FOUND when there is nothing and `make`
 // is not set; with it file and folders are made, for their owner alone unless `shared`.

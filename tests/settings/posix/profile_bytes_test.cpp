@@ -263,11 +263,11 @@ TEST_F(ProfileFaults, NthFileOperationFails) {
 // Who holds the lock too long is not waited for.
 TEST_F(ProfileFaults, LockedTooLong) {
     Put("[s]\nk=1\n");
-    const int folder = open(Folder(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    ASSERT_EQ(flock(folder, LOCK_EX), 0);
+    const int file = open(Path(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(file, LOCK_EX), 0);
     EXPECT_EQ(SProfile(Path(), "s", 0).WriteProfile("k", 2L), brcore8::SettingsNotWritten);
     EXPECT_EQ(Value(Path(), "s", "k"), "1");
-    close(folder);
+    close(file);
     EXPECT_EQ(SProfile(Path(), "s", 0).WriteProfile("k", 2L), 0);
 }
 
