@@ -67,7 +67,7 @@ tour_preprocess() {
 
 tour_other_commands() {
     local text=$root/build/tour/all.txt sorted=$root/build/tour/sorted.txt
-    local found=$root/build/tour/found.txt wide=$root/build/tour/wide.txt
+    local found=$root/build/tour/found.txt wide=$root/build/tour/wide.txt ini=$root/build/tour/sizes.ini
     local packed=$root/build/tour/packed.bin
     (cd "$tour_source" && xargs -d '\n' cat <"$tour_files") >"$text"
     echo
@@ -80,6 +80,11 @@ tour_other_commands() {
     line_of "convert --from utf8 --to utf16" "$(wc -c <"$wide") bytes"
     timed "$brcore8" modules "$root/fuzz/corpus/module/real32.exe" >"$found"
     line_of "modules real32.exe" "a Windows program imports $(grep -c ^missing "$found") modules"
+    rm -f "$ini"
+    (cd "$tour_source" && find . -name '*.h' -size -2k -printf '[%h]\n%f = %s\n') >"$ini"
+    cp "$ini" "$ini.old"
+    timed "$brcore8" profile set "$ini" . Visited yes
+    line_of "profile set" "$(diff "$ini.old" "$ini" | grep -c '^[<>]') of $(wc -l <"$ini") lines differ"
     timed "$brcore8" classes >"$found"
     line_of "classes" "$(wc -l <"$found") classes of the library"
     timed "$brcore8" binary pack "$sorted" >"$packed"
