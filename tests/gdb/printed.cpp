@@ -1,8 +1,13 @@
 // The debuggee of the printers' test: one variable a row of printers.cmake.
+#include <brcore8/containers/dlist.h>
 #include <brcore8/containers/list.h>
+#include <brcore8/containers/map.h>
 #include <brcore8/containers/rb_tree.h>
 #include <brcore8/containers/table.h>
 #include <brcore8/strings/string.h>
+#include <brcore8/strings/string_map.h>
+#include <brcore8/strings/string_table.h>
+#include <brcore8/text/symbol_table.h>
 
 #include <cstring>
 #include <string_view>
@@ -14,6 +19,11 @@ struct Handle {
     const char* text;
 };
 static_assert(sizeof(Handle) == sizeof(SString));
+
+struct Item : SDListItem {
+    explicit Item(int value) : number(value) {}
+    int number;
+};
 
 [[gnu::noinline]] void stop_here() {
     asm volatile("");
@@ -36,6 +46,26 @@ int main() {
     map.Add("two", 2);
     map.Add("one", 1);
     STreeMap<int, int> nothing;
+    SStringTable texts;
+    texts.SetFromList("b;a", ";", 0);
+    SDList items;
+    items.AddAtTail(new Item(1));
+    items.AddAtTail(new Item(2));
+    SMap<int, SString> sorted;
+    sorted.Add(2, "two");
+    sorted.Add(1, "one");
+    SUnsortedMap<SString, int> unsorted;
+    unsorted.Add("two", 2);
+    unsorted.Add("one", 1);
+    SStringMapNoCase folded;
+    folded.AddFromList("b=1;A=2;a=3", ";", '=', 0, "", 0);
+    SStringUnsortedMap settings;
+    settings.AddFromList("b=1;a=2", ";", '=', 0, "", 0);
+    SStringUnsortedMap unset;
+    SKeywordTable keywords;
+    keywords.AddKeyword("if", 7);
+    SSymbolTable symbols;
+    symbols.AddSymbol("A", 5, 3);
     alignas(SString) unsigned char storage[2][sizeof(SString)];
     const Handle handles[2] = {{nullptr}, {reinterpret_cast<const char*>(0x10)}};
     std::memcpy(storage, handles, sizeof storage);

@@ -1,7 +1,8 @@
 """Shows the library's types in gdb as what they hold.
 
-Installed beside the library under its name, gdb loads it with the library where the folder is on
-the auto-load safe path; anywhere else: "source brcore8.py".
+The library carries this script in its debug section, and it is installed beside the library under
+its name: gdb loads it with the library where the folder is on the auto-load safe path; anywhere
+else: "source brcore8.py".
 """
 
 import gdb
@@ -52,58 +53,80 @@ class StringPrinter:
         return quoted(text) + ("..." if shown < length else "")
 
 
-class TablePrinter:
+def base_named(gdb_type, prefix):
+    """The type itself or the nearest base class whose name begins so."""
+    gdb_type = gdb_type.unqualified().strip_typedefs()
+    while not gdb_type.name.startswith(prefix):
+        gdb_type = next(field.type for field in gdb_type.fields() if field.is_base_class)
+    return gdb_type
+
+
+class Container:
+    """What has a count and elements in order."""
+
+    def __init__(self, value):
+        self.value = value
+        self.count = int(value["count_"])
+
+    def to_string(self):
+        return "%d elements" % self.count
+
+    def children(self):
+        for index, element in enumerate(self.elements()):
+            yield "[%d]" % index, element
+
+    def display_hint(self):
+        return "array"
+
+
+class TablePrinter(Container):
     """STable<T>: its elements in order."""
 
-    def __init__(self, value):
-        self.value = value
-        self.element = value.type.template_argument(0)
+    def element(self):
+        return base_named(self.value.type, "STable<").template_argument(0)
 
     def to_string(self):
-        count, capacity = int(self.value["count_"]), int(self.value["capacity_"])
-        return "%d of %d" % (count, capacity)
+        return "%d of %d" % (self.count, int(self.value["capacity_"]))
 
-    def children(self):
-        first = self.value["data_"].cast(self.element.pointer())
-        for index in range(int(self.value["count_"])):
-            yield "[%d]" % index, (first + index).dereference()
-
-    def display_hint(self):
-        return "array"
+    def elements(self):
+        first = self.value["data_"].cast(self.element().pointer())
+        for index in range(self.count):
+            yield (first + index).dereference()
 
 
-class ListPrinter:
+class StringTablePrinter(TablePrinter):
+    """SStringTable: its strings in order."""
+
+    def element(self):
+        return gdb.lookup_type("SString")
+
+
+class ListPrinter(Container):
     """SList<T>: its elements from front to back; an element follows its node."""
 
-    def __init__(self, value):
-        self.value = value
-        self.element = value.type.template_argument(0)
-
-    def to_string(self):
-        return "%d elements" % int(self.value["count_"])
-
-    def children(self):
+    def elements(self):
+        element = base_named(self.value.type, "SList<").template_argument(0)
         node = self.value["ends_"]["next"]
-        for index in range(int(self.value["count_"])):
-            yield "[%d]" % index, (node + 1).cast(self.element.pointer()).dereference()
+        for _ in range(self.count):
+            yield (node + 1).cast(element.pointer()).dereference()
             node = node["next"]
 
-    def display_hint(self):
-        return "array"
+
+class ItemListPrinter(Container):
+    """SDList: its items from head to tail, as what they are."""
+
+    def elements(self):
+        item = self.value["head_"]
+        for _ in range(self.count):
+            yield item.cast(item.dynamic_type).dereference()
+            item = item["next_"]
 
 
-class MapPrinter:
-    """STreeMap<Key, T>: its pairs in order; an element follows its entry."""
-
-    def __init__(self, value):
-        self.value = value
-        self.element = gdb.lookup_type(value.type.unqualified().name + "::Element")
-
-    def to_string(self):
-        return "%d elements" % int(self.value["count_"])
+class PairsPrinter(Container):
+    """A map: its pairs in order; a pair follows its entry."""
 
     def entries(self):
-        """In order, without recursion, as deep as the tree may be."""
+        """In key order, without recursion, as deep as the tree may be."""
         path, entry = [], self.value["root_"]
         while path or int(entry):
             while int(entry):
@@ -114,21 +137,56 @@ class MapPrinter:
             entry = entry["right"]
 
     def children(self):
-        for index, entry in enumerate(self.entries()):
-            element = (entry + 1).cast(self.element.pointer())
-            yield "[%d]" % (2 * index), element["key"]
-            yield "[%d]" % (2 * index + 1), element["value"]
+        for index, (key, value) in enumerate(self.pairs()):
+            yield "[%d]" % (2 * index), key
+            yield "[%d]" % (2 * index + 1), value
 
     def display_hint(self):
         return "map"
 
 
+class TreeMapPrinter(PairsPrinter):
+    """STreeMap<Key, T>, and the keyword and symbol tables that stand on it."""
+
+    def pairs(self):
+        base = base_named(self.value.type, "STreeMap<")
+        element = gdb.lookup_type(base.name + "::Element").pointer()
+        for entry in self.entries():
+            pair = (entry + 1).cast(element)
+            yield pair["key"], pair["value"]
+
+
+class MapPrinter(PairsPrinter):
+    """SMap<K, V>, SUnsortedMap<K, V> and the string maps, each in its own order."""
+
+    def pairs(self):
+        base = base_named(self.value.type, "__SMap<")
+        unsorted = bool(base.template_argument(3))
+        kind = "::Linked" if unsorted else "::Unlinked"
+        self.node = gdb.lookup_type(base.name + kind).pointer()
+        for entry in self.insertions() if unsorted else self.entries():
+            pair = (entry + 1).cast(self.node)["pair"]
+            yield pair["key"], pair["value"]
+
+    def insertions(self):
+        entry = self.value["ends_"]["first"]
+        for _ in range(self.count):
+            yield entry
+            entry = (entry + 1).cast(self.node)["after"]
+
+
 def printers():
     collection = gdb.printing.RegexpCollectionPrettyPrinter("brcore8")
-    collection.add_printer("SString", "^SString$", StringPrinter)
-    collection.add_printer("STable", "^STable<.*>$", TablePrinter)
-    collection.add_printer("SList", "^SList<.*>$", ListPrinter)
-    collection.add_printer("STreeMap", "^STreeMap<.*>$", MapPrinter)
+    for name, pattern, printer in (
+        ("SString", "SString", StringPrinter),
+        ("STable", "STable<.*>", TablePrinter),
+        ("SStringTable", "SStringTable", StringTablePrinter),
+        ("SList", "SList<.*>", ListPrinter),
+        ("SDList", "SX?DList", ItemListPrinter),
+        ("STreeMap", "STreeMap<.*>|SKeywordTable|SSymbolTable", TreeMapPrinter),
+        ("SMap", "S(Unsorted)?Map<.*>|SString(Unsorted)?Map(NoCase)?", MapPrinter),
+    ):
+        collection.add_printer(name, "^(%s)$" % pattern, printer)
     return collection
 
 
