@@ -163,16 +163,22 @@ std::size_t SStringTokenizer::CharacterAt(const Rules& rules, unsigned char& is)
 
 // Stops at the end, at a registered token, which is returned, or at other text.
 const SDelimitedToken* SStringTokenizer::SkipSeparators(const Rules& rules) noexcept {
-    const auto end = static_cast<std::size_t>(text_.LengthByte());
-    while (position_ < end) {
-        unsigned char is;
-        const std::size_t bytes = CharacterAt(rules, is);
-        if (is & Rules::Starts)
-            if (const SDelimitedToken* token = RegisteredHere()) return token;
-        if (!rules.Skips(is)) break;
-        position_ += bytes;
+    const std::string_view text = text_.View();
+    const SDelimitedToken* registered = nullptr;
+    std::size_t at = position_;
+    while (at < text.size()) {
+        unsigned char is = rules.bytes[mbs::Byte(&text[at])];
+        std::size_t bytes = 1;
+        if (is & (Rules::Lead | Rules::Starts)) {
+            position_ = at;
+            bytes = CharacterAt(rules, is);
+            if (is & Rules::Starts) registered = RegisteredHere();
+        }
+        if (registered || !rules.Skips(is)) break;
+        at += bytes;
     }
-    return nullptr;
+    position_ = at;
+    return registered;
 }
 
 std::string_view SStringTokenizer::TakeRegistered(const SDelimitedToken& token) noexcept {
@@ -189,21 +195,23 @@ std::string_view SStringTokenizer::TakeRegistered(const SDelimitedToken& token) 
 std::string_view SStringTokenizer::TakeText(const Rules& rules) noexcept {
     const std::string_view text = text_.View();
     const std::size_t start = position_;
-    while (position_ < text.size()) {
-        if (rules.bytes[static_cast<unsigned char>(text[position_])] == 0) {
-            ++position_;
-            continue;
-        }
+    std::size_t at = start;
+    for (;;) {
+        while (at < text.size() && rules.bytes[mbs::Byte(&text[at])] == 0)
+            ++at;
+        if (at == text.size()) break;
+        position_ = at;
         unsigned char is;
         const std::size_t bytes = CharacterAt(rules, is);
         if (is & (Rules::Separator | Rules::Delimiter)) {
-            if (position_ == start) position_ += bytes;
+            if (at == start) at += bytes;
             break;
         }
-        if (is & Rules::Starts && position_ != start && RegisteredHere()) break;
-        position_ += bytes;
+        if (is & Rules::Starts && at != start && RegisteredHere()) break;
+        at += bytes;
     }
-    return text.substr(start, position_ - start);
+    position_ = at;
+    return text.substr(start, at - start);
 }
 
 long SStringTokenizer::Take(const Rules& rules, std::string_view* token,
@@ -227,11 +235,6 @@ long SStringTokenizer::TakeCopy(const Rules& rules, SString* token,
         throw;
     }
     return id;
-}
-
-int SStringTokenizer::HasMoreTokens() noexcept {
-    if (!rules_.returned) SkipSeparators(rules_);
-    return position_ < text_.View().size();
 }
 
 void SStringTokenizer::SkipSpaces() noexcept {

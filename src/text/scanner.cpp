@@ -168,25 +168,26 @@ long SScanner::NextTokenID() {
     const unsigned int start = tokenizer_.SaveState();
     long previous;
     long current = tokenID;
-    SString taken;
+    std::string_view taken;
     try {
         if (keywords_ != nullptr && !index_.IsOf(*keywords_)) index_.Build(*keywords_);
         do {
             previous = current;
             current = TakeToken(taken);
-        } while (taken.IsEmpty() && tokenizer_.HasMoreTokens());
+        } while (taken.empty() && tokenizer_.HasMoreTokens());
+        token = taken;
     } catch (...) {
         tokenizer_.RestoreState(start);
         throw;
     }
+    if (run_.LengthByte() > kKeptRun) run_.Done();
     previousTokenID = previous;
-    tokenID = current;
-    token = std::move(taken);
-    return tokenID;
+    return tokenID = current;
 }
 
-// A keyword, or all words up to the next one; what is left of it after trimming.
-long SScanner::TakeToken(SString& taken) {
+// A keyword, or all words up to the next one; what is left of it after trimming, as a part of the
+// text or of the run's buffer.
+long SScanner::TakeToken(std::string_view& taken) {
     run_.Clear();
     std::string_view run;  // the last words, as long as they touch in the text
     while (tokenizer_.HasMoreTokens()) {
@@ -201,20 +202,18 @@ long SScanner::TakeToken(SString& taken) {
             tokenizer_.RestoreState(before);
             break;
         }
-        if (!run.empty() && run.data() + run.size() == word.data()) {
+        if (run.data() + run.size() == word.data()) {
             run = {run.data(), run.size() + word.size()};
         } else {
             run_ += run;
             run = word;
         }
     }
-    if (run_.IsEmpty()) {
-        taken = Trimmed(run);
-    } else {
+    if (!run_.IsEmpty()) {
         run_ += run;
-        taken = Trimmed(run_.View());
-        if (run_.LengthByte() > kKeptRun) run_.Done();
+        run = run_.View();
     }
+    taken = Trimmed(run);
     return NoID;
 }
 
@@ -229,15 +228,17 @@ const SKTItem* SScanner::FindKeyword(std::string_view word) const {
     return std::as_const(*keywords_).RetrieveKeyword(lower);
 }
 
-SString SScanner::Trimmed(std::string_view text) const {
+std::string_view SScanner::Trimmed(std::string_view text) const {
     if (CodePage::Ansi().IsDoubleByte()) {
         SString trimmed(text);
-        trimmed.Trim(delimiters_);
-        return trimmed;
+        trimmed.TrimLeft(delimiters_);
+        text.remove_prefix(text.size() - trimmed.View().size());
+        trimmed.TrimRight(delimiters_);
+        return text.substr(0, trimmed.View().size());
     }
     while (!text.empty() && trimmed_[mbs::Byte(&text.front())])
         text.remove_prefix(1);
     while (!text.empty() && trimmed_[mbs::Byte(&text.back())])
         text.remove_suffix(1);
-    return SString(text);
+    return text;
 }

@@ -68,7 +68,10 @@ public:
 
     // Whether any text is left. Skips separators first, but not when delimiters come back as
     // tokens: the text left may then be separators only, and the next token is empty.
-    int HasMoreTokens() noexcept;
+    int HasMoreTokens() noexcept {
+        if (!rules_.returned) SkipSeparators(rules_);
+        return position_ < text_.View().size();
+    }
     // Skips blanks, tabs, LFs and CRs.
     void SkipSpaces() noexcept;
 

@@ -100,9 +100,9 @@ private:
 
     static SString KeywordDelimiters(const SKeywordTable* keywords);
     void Trim(const SString& delimiters);
-    long TakeToken(SString& taken);
+    long TakeToken(std::string_view& taken);
     const SKTItem* FindKeyword(std::string_view word) const;
-    SString Trimmed(std::string_view text) const;
+    std::string_view Trimmed(std::string_view text) const;
 
     SKeywordTable* keywords_ = nullptr;
     SStringTokenizer tokenizer_;
