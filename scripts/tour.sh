@@ -78,6 +78,13 @@ tour_other_commands() {
     line_of "match '#define*0x*'" "$(wc -l <"$found") lines match"
     timed "$brcore8" convert --from utf8 --to utf16 -o "$wide" "$text" 2>/dev/null
     line_of "convert --from utf8 --to utf16" "$(wc -c <"$wide") bytes"
+    printf '%s\n' struct union enum define typedef >"$root/build/tour/keywords"
+    timed "$brcore8" scan -k "$root/build/tour/keywords" "$text" >"$found"
+    line_of "scan -k (struct, union, enum, ...)" "$(grep -vc '^-1' "$found") keywords"
+    timed "$brcore8" list format -s : "$tour_files" >"$wide"
+    line_of "list format -s :" "$(wc -c <"$wide") bytes list the file names"
+    timed "$brcore8" map parse -iu 'Name=Tower;12;NAME=Bridge' >"$found"
+    line_of "map parse -iu 'Name=Tower;12;NAME=Bridge'" "$(tr '\t\n' '= ' <"$found")"
     timed "$brcore8" modules "$root/fuzz/corpus/module/real32.exe" >"$found"
     line_of "modules real32.exe" "a Windows program imports $(grep -c ^missing "$found") modules"
     rm -f "$ini"
