@@ -27,24 +27,23 @@ struct State {
     RegistryKey roots[2];  // the user's, the machine's
 };
 
-void AbandonConnections();
+void AbandonInChild();
 
 // Made on first use and never destroyed: settings may be written until the very end.
 State& TheState() {
     static State* const state = [] {
         auto made = std::make_unique<State>();
         pthread_atfork([] { TheState().lock.lock(); }, [] { TheState().lock.unlock(); },
-                       [] {
-                           AbandonConnections();
-                           TheState().lock.unlock();
-                       });
+                       AbandonInChild);
         return made.release();
     }();
     return *state;
 }
 
-void AbandonConnections() {
+// The lock was taken by a thread that the child has not: it begins anew.
+void AbandonInChild() {
     State& state = TheState();
+    ::new (&state.lock) std::recursive_mutex;
     for (RegistryKey& root : state.roots)
         if (root.store) root.store->Abandon();
     for (Slot& slot : state.slots)

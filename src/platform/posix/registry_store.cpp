@@ -159,24 +159,31 @@ LSTATUS RegistryStore::Fail(LSTATUS status) {
 
 // --- transactions --------------------------------------------------------------------------------
 
-// Whether the tables are there, and of a form that we know; made in an empty file when writing.
+constexpr char kFormatQuery[] =
+    "SELECT user_version, (SELECT count(*) FROM sqlite_schema), page_count * page_size"
+    " FROM pragma_user_version, pragma_page_count, pragma_page_size";
+
+// Whether the tables are there, whole, and of a form that we know; made in an empty file when
+// writing.
 LSTATUS RegistryStore::CheckFormat(bool write) {
     if (hasTables_) return ERROR_SUCCESS;
     sqlite3_stmt* query = nullptr;
-    int code = sqlite3_prepare_v2(
-        db_, "SELECT user_version, (SELECT count(*) FROM sqlite_schema) FROM pragma_user_version",
-        -1, &query, nullptr);
+    int code = sqlite3_prepare_v2(db_, kFormatQuery, -1, &query, nullptr);
     if (code == SQLITE_OK) code = sqlite3_step(query);
-    const bool known = code == SQLITE_ROW && sqlite3_column_int(query, 0) == kFormat;
-    const bool empty = code == SQLITE_ROW && sqlite3_column_int(query, 0) == 0 &&
-                       sqlite3_column_int(query, 1) == 0;
+    const int format = code == SQLITE_ROW ? sqlite3_column_int(query, 0) : 0;
+    const int tables = code == SQLITE_ROW ? sqlite3_column_int(query, 1) : 0;
+    const std::int64_t size = code == SQLITE_ROW ? sqlite3_column_int64(query, 2) : 0;
     sqlite3_finalize(query);
     if (code != SQLITE_ROW) return Failed(code);
-    if (!known && !empty) return Failed(SQLITE_NOTADB);
-    if (empty && !write) return ERROR_FILE_NOT_FOUND;
-    if (empty) {
+    if (format != (tables == 0 ? 0 : kFormat)) return Failed(SQLITE_NOTADB);
+    if (tables == 0 && !write) return ERROR_FILE_NOT_FOUND;
+    if (tables == 0) {
         const LSTATUS status = Run(kTables);
         if (status != ERROR_SUCCESS) return status;
+    } else {
+        // SQLite would take a page that is cut off for zeros.
+        struct stat facts;
+        if (stat(path_.c_str(), &facts) != 0 || facts.st_size < size) return Failed(SQLITE_CORRUPT);
     }
     hasTables_ = true;
     return ERROR_SUCCESS;
@@ -192,6 +199,7 @@ std::uint64_t RegistryStore::Epoch() {
 
 LSTATUS RegistryStore::Begin(bool write) {
     if (depth_ > 0) {
+        if (db_ == nullptr) return ERROR_INVALID_HANDLE;
         if (write && broken_ != ERROR_SUCCESS) return broken_;
         if (write && !writing_) return ERROR_ACCESS_DENIED;
         ++depth_;
