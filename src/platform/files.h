@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 namespace brcore8 {
 
@@ -24,6 +25,19 @@ std::string FinalPath(const char* path);
 // there is none. The file itself is closed. Opening waits for nobody.
 const void* MapFile(const char* path, std::int64_t& size) noexcept;
 bool UnmapFile(const void* data, std::int64_t size) noexcept;
+
+// The characters that separate folders in a path.
+extern const char kFolderSeparators[];
+
+// Whether the path is a symbolic link, or another entry that leads elsewhere.
+bool IsLink(const char* path) noexcept;
+
+// Makes an empty file that is not there yet, with the permissions that new files have; false when
+// it is there, even as a link to nowhere, or cannot be made.
+bool MakeNewFile(const char* path) noexcept;
+
+// Whether a file can bear this name, without slashes, and a listing of its folder then shows it.
+bool IsPlainFileName(std::string_view name) noexcept;
 
 // The columns of the terminal that standard error is; 0 when it is none.
 int ErrorTerminalWidth() noexcept;

@@ -181,8 +181,9 @@ BOOL ReplaceFileA(const char* replaced, const char* replacement, const char*, DW
     }
 }
 
-BOOL MoveFileExA(const char* from, const char* to, DWORD) noexcept {
+BOOL MoveFileExA(const char* from, const char* to, DWORD flags) noexcept {
     if (std::rename(from, to) != 0) return 0;
+    if ((flags & MOVEFILE_WRITE_THROUGH) == 0) return 1;
     try {
         FlushFolderOf(to);
     } catch (const std::bad_alloc&) {

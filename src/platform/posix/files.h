@@ -74,7 +74,8 @@ DWORD GetFileAttributesA(const char* path) noexcept;
 // return. No backup is made.
 BOOL ReplaceFileA(const char* replaced, const char* replacement, const char* backup, DWORD flags,
                   void* exclude, void* reserved) noexcept;
-// Renames within one file system, over an existing file.
+// Renames within one file system, over an existing file; the change is on the disk on return when
+// the flags say so.
 BOOL MoveFileExA(const char* from, const char* to, DWORD flags) noexcept;
 BOOL DeleteFileA(const char* path) noexcept;
 DWORD GetCurrentProcessId() noexcept;

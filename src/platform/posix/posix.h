@@ -7,6 +7,7 @@
 
 #include "platform/posix/bitmaps.h"
 #include "platform/posix/files.h"
+#include "platform/posix/find.h"
 #include "platform/posix/fonts.h"
 #include "platform/posix/gdi.h"
 #include "platform/posix/global.h"
@@ -18,6 +19,7 @@
 #include "platform/posix/registry.h"
 #include "platform/posix/resources.h"
 #include "platform/posix/shell.h"
+#include "platform/posix/times.h"
 #include "platform/posix/version.h"
 
 #endif

@@ -57,6 +57,22 @@ bool UnmapFile(const void* data, std::int64_t size) noexcept {
     return munmap(const_cast<void*>(data), static_cast<std::size_t>(size)) == 0;
 }
 
+const char kFolderSeparators[] = "/";
+
+bool IsLink(const char* path) noexcept {
+    struct stat facts;
+    return lstat(path, &facts) == 0 && S_ISLNK(facts.st_mode);
+}
+
+bool MakeNewFile(const char* path) noexcept {
+    const int descriptor = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    return descriptor >= 0 && close(descriptor) == 0;
+}
+
+bool IsPlainFileName(std::string_view) noexcept {
+    return true;
+}
+
 int ErrorTerminalWidth() noexcept {
     if (isatty(STDERR_FILENO) == 0) return 0;
     winsize size{};

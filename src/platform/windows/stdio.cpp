@@ -67,6 +67,29 @@ bool UnmapFile(const void* data, std::int64_t) noexcept {
     return UnmapViewOfFile(data) != 0;
 }
 
+const char kFolderSeparators[] = "/\\";
+
+bool IsLink(const char* path) noexcept {
+    const DWORD attributes = GetFileAttributesA(path);
+    return attributes != INVALID_FILE_ATTRIBUTES &&
+           (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+
+bool MakeNewFile(const char* path) noexcept {
+    const HANDLE file = CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    return file != INVALID_HANDLE_VALUE && CloseHandle(file);
+}
+
+// A colon names a stream within a file, and dots and blanks at the end are dropped.
+bool IsPlainFileName(std::string_view name) noexcept {
+    for (const char c : name) {
+        if (static_cast<unsigned char>(c) < ' ') return false;
+    }
+    return name.find_first_of("<>:\"|?*") == name.npos && !name.ends_with('.') &&
+           !name.ends_with(' ');
+}
+
 int ErrorTerminalWidth() noexcept {
     if (_isatty(_fileno(stderr)) == 0) return 0;
     CONSOLE_SCREEN_BUFFER_INFO info;
