@@ -127,6 +127,14 @@ int SFile::SetEndOfFile() noexcept {
                : -1;
 }
 
+int SFile::SetModified(std::uint64_t fileTime) noexcept {
+    const FILETIME time{static_cast<DWORD>(fileTime), static_cast<DWORD>(fileTime >> 32)};
+    return handle_ != nullptr &&
+                   SetFileTime(brcore8::HandleOf(handle_), nullptr, nullptr, &time)
+               ? 0
+               : -1;
+}
+
 int SFile::Flush() noexcept {
     return handle_ != nullptr && MayUseFile(FileOperation::Flush, nullptr) &&
                    FlushFileBuffers(brcore8::HandleOf(handle_))

@@ -80,6 +80,8 @@ std::string Thrown(Call call) {
         return "SEIOAbortedException: "s + error.GetText();
     } catch (const SEIOException& error) {
         return "SEIOException: "s + error.GetText();
+    } catch (const SEZipException& error) {
+        return "SEZipException: "s + error.GetText();
     } catch (const SException& error) {
         return "SException: "s + error.GetText();
     }

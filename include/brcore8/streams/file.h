@@ -55,6 +55,9 @@ public:
     std::int64_t Write(const void* data, std::size_t count) noexcept;
     // The new position from the beginning.
     std::int64_t Seek(std::int64_t offset, Origin origin) noexcept;
+    // When the file was last changed, in steps of 100 ns since 1601-01-01 UTC, as STime has it. The
+    // file must be open for writing.
+    int SetModified(std::uint64_t fileTime) noexcept;
     // Ends the file at the present position.
     int SetEndOfFile() noexcept;
     // Returns when the content is on the disk.
