@@ -3,6 +3,14 @@
 #ifndef BRCORE8_BRCORE8_H
 #define BRCORE8_BRCORE8_H
 
+#include <brcore8/archive/crc32.h>
+#include <brcore8/archive/inflater.h>
+#include <brcore8/archive/inflater_stream.h>
+#include <brcore8/archive/zip_entry.h>
+#include <brcore8/archive/zip_extractor.h>
+#include <brcore8/archive/zip_file.h>
+#include <brcore8/archive/zip_stream.h>
+#include <brcore8/archive/zip_verifier.h>
 #include <brcore8/containers/dlist.h>
 #include <brcore8/containers/list.h>
 #include <brcore8/containers/map.h>
@@ -40,6 +48,7 @@
 #include <brcore8/streams/data_stream.h>
 #include <brcore8/streams/encodings.h>
 #include <brcore8/streams/file.h>
+#include <brcore8/streams/find.h>
 #include <brcore8/streams/global.h>
 #include <brcore8/streams/input_buffer.h>
 #include <brcore8/streams/input_file.h>
@@ -61,6 +70,7 @@
 #include <brcore8/strings/string_map.h>
 #include <brcore8/strings/string_table.h>
 #include <brcore8/strings/string_views.h>
+#include <brcore8/strings/time.h>
 #include <brcore8/strings/tokenizer.h>
 #include <brcore8/strings/unicode.h>
 #include <brcore8/text/preprocessor.h>
