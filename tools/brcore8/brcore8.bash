@@ -1,7 +1,7 @@
 # bash completion for brcore8
 _brcore8() {
     local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands='preprocess convert sort match scan rtf list map binary modules settings profile classes version help'
+    local commands='preprocess convert sort match scan rtf list map binary modules settings profile zip classes version help'
     local pages='437 850 852 866 874 932 936 949 950 1250 1251 1252 1253 1254 1255 1256 1257 1258 1361 10000'
     local shared='--code-page --oem-code-page --strict --color --help'
     COMPREPLY=()
@@ -15,7 +15,7 @@ _brcore8() {
         -c | --char | -D | --define | --delimiters) return ;;
         -a | --assign | -s | --separator | --separators | -e | --escape) return ;;
         --key-format | --first) return ;;
-        -o | --output | -k | --keywords) _brcore8_files; return ;;
+        -o | --output | -k | --keywords | --directory) _brcore8_files; return ;;
     esac
 
     # The command, and of one that is made of several, which.
@@ -30,8 +30,8 @@ _brcore8() {
                 map) parts='parse' ;;
                 settings) parts='list get set delete' ;;
                 rtf) parts='header fonts colors styles merge text from-text' ;;
-                rtf) parts='header fonts colors styles merge' ;;
                 profile) parts='get set' ;;
+                zip) parts='list cat extract test' ;;
             esac
         elif [[ -z $part && " $parts " == *" $word "* ]]; then
             part=$word
@@ -58,6 +58,8 @@ _brcore8() {
         'settings set') options="$shared --dword" ;;
         'settings delete') options="$shared --recursive" ;;
         'rtf merge' | 'rtf text' | 'rtf from-text') options="$shared --output" ;;
+        'zip list') options="$shared --tsv" ;;
+        'zip extract') options="$shared --directory" ;;
     esac
     if [[ $current == -* ]]; then
         _brcore8_words "$options"

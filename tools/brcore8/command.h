@@ -61,6 +61,7 @@ Action PrepareBinary(CLI::App& parser, const Settings& settings);
 Action PrepareModules(CLI::App& parser, const Settings& settings);
 Action PrepareSettings(CLI::App& parser, const Settings& settings);
 Action PrepareProfile(CLI::App& parser, const Settings& settings);
+Action PrepareZip(CLI::App& parser, const Settings& settings);
 Action PrepareClasses(CLI::App& parser, const Settings& settings);
 Action PrepareVersion(CLI::App& parser, const Settings& settings);
 Action PrepareHelp(CLI::App& parser, const Settings& settings);

@@ -28,6 +28,7 @@ constexpr Command Table[] = {
     {"modules", "List the modules that a Windows program needs", PrepareModules},
     {"settings", "Read and write the settings of the current user", PrepareSettings},
     {"profile", "Read and write the keys of INI files", PrepareProfile},
+    {"zip", "List, read, extract or test a ZIP archive", PrepareZip},
     {"classes", "Show the class tree", PrepareClasses},
     {"version", "Tell the versions and the parts of this build", PrepareVersion},
     {"help", "Show this help, or that of a command", PrepareHelp},
