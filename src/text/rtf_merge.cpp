@@ -185,10 +185,9 @@ struct Maps {
     SString Apply(const SString& text) const {
         return brcore8::rtf::Renumber(text, References, fonts, colors);
     }
-    // The document's default font.
-    int DefaultFont(const Parts& parts) const {
-        const int* const number = fonts.Retrieve(parts.NumberOf("deff", 0));
-        return number ? *number : 0;
+    // The document's default font, or null where the table has none such.
+    const int* DefaultFont(const Parts& parts) const {
+        return fonts.Retrieve(parts.NumberOf("deff", 0));
     }
 
     SMap<int, int> fonts;
@@ -225,9 +224,10 @@ int SRtfDocument::Merge(const SString& first, const SString& second, SString& re
     merged += maps[0].Apply(parts[0].styles);
     ((merged += "{") += maps[0].Apply(parts[0].body)) += "}";
     merged += LeavesParagraphOpen(parts[0].body) ? "\\par\r\n{" : "{";
-    const int font = maps[1].DefaultFont(parts[1]);
-    if (font != maps[0].DefaultFont(parts[0]))
-        ((merged += "\\f") += SString(static_cast<long>(font))) += " ";
+    const int* const before = maps[0].DefaultFont(parts[0]);
+    const int* const font = maps[1].DefaultFont(parts[1]);
+    if (font && !(before && *before == *font))
+        ((merged += "\\f") += SString(static_cast<long>(*font))) += " ";
     (merged += maps[1].Apply(parts[1].body)) += "}}";
     result = merged;
     return 1;

@@ -235,7 +235,7 @@ TEST(RtfMerge, MakesOneDocument) {
          "{\\rtf1\\deff0{\\fonttbl{\\f3 A;}{\\f0 B;}}{\\stylesheet{\\s0\\f3 N;}}\\f0 a\\par}",
          "{\\rtf1{\\stylesheet{\\s1 M;}}b}",
          "{\\rtf1\\deff1{\\fonttbl\r\n{\\f0 A;}\r\n{\\f1 B;}\r\n}\r\n"
-         "{\\stylesheet{\\s0\\f0 N;}}{\\f1 a\\par}{\\f0 b}}"},
+         "{\\stylesheet{\\s0\\f0 N;}}{\\f1 a\\par}{b}}"},
         {"another default font", "{\\rtf1{\\fonttbl{\\f0 A;}}\\par}",
          "{\\rtf1{\\fonttbl{\\f0 B;}}b}",
          "{\\rtf1{\\fonttbl\r\n{\\f0 A;}\r\n{\\f1 B;}\r\n}\r\n{\\par}{\\f1 b}}"},
