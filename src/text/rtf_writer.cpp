@@ -13,7 +13,7 @@ constexpr std::string_view kHead =
 constexpr std::string_view kParagraph = "\\par\r\n";
 constexpr std::string_view kTab = "\\tab ";
 // The longest that one unit becomes: \u-32768?
-constexpr std::size_t kLongest = 8;
+constexpr std::size_t kLongest = 9;
 
 char* Put(char* out, std::string_view text) {
     return std::copy(text.begin(), text.end(), out);
