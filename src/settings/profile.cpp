@@ -69,15 +69,22 @@ void TakeNames(const Answer& answer, SStringTable& names) {
     names = std::move(taken);
 }
 
-// Whether a name reads back as it is written: it holds none of these characters, of which a trail
-// byte is none, and no half of one at its end, which would swallow what follows there.
-bool IsWithout(const char* refused, const char* name) noexcept {
+// A name as it is read back: without the blanks at its ends.
+std::string_view Trimmed(const char* name) noexcept {
+    constexpr char blanks[] = " \t\v\f\x1A";
+    name += std::strspn(name, blanks);
+    const std::string_view text(name);
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
+// Whether the text holds the character, of which a trail byte is none, or ends in half a one,
+// which would swallow what follows it in the file.
+bool HoldsOrEndsInHalf(std::string_view text, char character) noexcept {
     const CodePage& page = CodePage::Ansi();
-    for (; *name != '\0'; name = mbs::Next(page, name)) {
-        if (std::strchr(refused, *name) != nullptr) return false;
-        if (page.IsLead(mbs::Byte(name)) && name[1] == '\0') return false;
-    }
-    return true;
+    const char* const end = text.data() + text.size();
+    for (const char* p = text.data(); p != end; p += mbs::CharBytes(page, p, end))
+        if (*p == character || (page.IsLead(mbs::Byte(p)) && end - p == 1)) return true;
+    return false;
 }
 
 // The bytes of a cut text without the first half of a character at its end.
@@ -89,13 +96,15 @@ std::size_t WholeCharacters(const char* text) noexcept {
     return static_cast<std::size_t>(p - text);
 }
 
+// What ends a line, or a key, does so behind a lead byte too.
 bool IsSectionName(const char* name) noexcept {
-    return IsWithout("]\r\n", name);
+    return std::strpbrk(name, "\r\n") == nullptr && !HoldsOrEndsInHalf(Trimmed(name), ']');
 }
 
 bool IsKeyName(const char* name) noexcept {
-    const char first = name[std::strspn(name, " \t\v\f\x1A")];
-    return first != '\0' && first != '[' && first != ';' && IsWithout("=\r\n", name);
+    const std::string_view key = Trimmed(name);
+    return !key.empty() && key.front() != '[' && key.front() != ';' &&
+           std::strpbrk(name, "=\r\n") == nullptr && !HoldsOrEndsInHalf(key, '=');
 }
 
 bool IsValue(const char* value) noexcept {

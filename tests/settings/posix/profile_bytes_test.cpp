@@ -95,9 +95,11 @@ TEST_F(ProfileBytes, DoubleByteNames) {
     Put("[\x81]]\n\x83\x41=1\n\x83\x61=2\n");
     EXPECT_EQ(Value(Path(), "\x81]", "\x83\x41"), "1");
     EXPECT_EQ(Value(Path(), "\x81]", "\x83\x61"), "2");
-    SProfile half(Path(), "s\x81", 0);
-    EXPECT_EQ(half.WriteProfile("k", 1L), brcore8::SettingsNotWritten);
-    EXPECT_EQ(SProfile(Path(), "\x81]", 0).WriteProfile("k\x81", 1L), brcore8::SettingsNotWritten);
+    for (const char* section : {"s\x81", "s\x81 ", "s\x81\r", "s\x81\n[t"})
+        EXPECT_EQ(SProfile(Path(), section, 0).Accepts("k", "1"), 0) << section;
+    for (const char* key : {"k\x81", "k\x81=", "k\x81\n"})
+        EXPECT_EQ(SProfile(Path(), "s", 0).Accepts(key, "1"), 0) << key;
+    EXPECT_EQ(SProfile(Path(), "\x81]", 0).Accepts("\x83\x41", "\x81"), 1);
     Put("[s]\nk=" + std::string(254, 'x') + "\x83\x41\n");
     SString cut;
     EXPECT_EQ(SProfile(Path(), "s", 0).GetProfile("k", &cut, ""), 0);
