@@ -1,7 +1,5 @@
 // The module list against the loader's own view, and logs shown by the shell.
 
-#include <windows.h>
-
 #include <brcore8/core/dump.h>
 #include <brcore8/core/module_dependency.h>
 #include <gtest/gtest.h>
@@ -9,6 +7,9 @@
 #include <string>
 
 #include "streams/support.h"
+
+// Last: its global names shadow ours.
+#include <windows.h>
 
 namespace {
 
