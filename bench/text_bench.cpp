@@ -54,6 +54,30 @@ void ForcedAnsi(benchmark::State& state) {
 }
 BENCHMARK(ForcedAnsi)->Name("streams/utf8_to_1252_ascii")->Range(1 << 14, 1 << 22);
 
+// Paragraphs as an editor writes them: runs of attributes, characters of other pages, a list.
+std::string Document(std::int64_t bytes) {
+    std::string rtf =
+        "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset0 Arial;}"
+        "{\\f1\\fswiss\\fcharset204 Arial Cyr;}}\\pard\\f0\\fs20 ";
+    while (static_cast<std::int64_t>(rtf.size()) < bytes)
+        rtf +=
+            "\\pard\\plain\\sb120\\f0\\fs20 The {\\b north} wing of the caf\\'e9, {\\i 3\\~m} "
+            "wide, "
+            "\\f1\\lang1049\\'ea\\'e0\\'f4\\'e5\\f0\\lang1033 , \\u8220?as drawn\\u8221?.\\par\r\n";
+    return rtf + '}';
+}
+
+void RtfToText(benchmark::State& state) {
+    SString rtf(std::string_view(Document(state.range(0))));
+    SRtfDocument converter;
+    for (auto _ : state) {
+        SString text;
+        benchmark::DoNotOptimize(converter.RtfToText(&text, rtf));
+    }
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(RtfToText)->Name("text/rtf_to_text")->Arg(1 << 19)->Arg(1 << 21)->Arg(1 << 23);
+
 constexpr const char* Keywords[] = {
     "auto",   "break",  "case",   "char",   "const",    "continue", "default",  "do",
     "double", "else",   "enum",   "extern", "float",    "for",      "goto",     "if",
