@@ -9,6 +9,9 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "bench.h"
+#include "scan_flex.h"
+
 namespace {
 
 std::string Source(std::int64_t bytes) {
@@ -22,26 +25,37 @@ std::string Source(std::int64_t bytes) {
 }
 
 void Preprocess(benchmark::State& state) {
-    const SString text(std::string_view(Source(state.range(0))));
+    const SString text(std::string_view(Source(state.range(0) << 20)));
     SSymbolTable symbols;
     symbols.AddSymbol("FEATURE", 1, -1);
     SPreprocessor preprocessor('#');
     for (auto _ : state)
         benchmark::DoNotOptimize(preprocessor.Preprocess(text, &symbols));
-    state.SetBytesProcessed(state.iterations() * state.range(0));
+    state.SetBytesProcessed(state.iterations() * (state.range(0) << 20));
 }
-BENCHMARK(Preprocess)->Name("text/preprocess")->Range(1 << 14, 1 << 22);
+BENCHMARK(Preprocess)->Name("text/preprocess_50m:brcore8")->Arg(50);
+BENCHMARK(Preprocess)->Name("growth/text_preprocess:brcore8")->Arg(1)->Arg(7)->Arg(50);
 
-// The limit that the preprocessor is measured against: the same copy without a look at it.
-void CopyText(benchmark::State& state) {
-    const std::string text = Source(state.range(0));
+// The limit: words found byte by byte, and copied without a look at them.
+void CutAndCopy(benchmark::State& state) {
+    const std::string text = Source(50 << 20);
+    bool separates[256] = {};
+    for (const char byte : std::string_view(" \t\r\n()=,;#"))
+        separates[static_cast<unsigned char>(byte)] = true;
     for (auto _ : state) {
-        std::string copy(text);
+        std::string copy;
+        copy.reserve(text.size());
+        for (std::size_t at = 0; at < text.size();) {
+            std::size_t end = at + 1;
+            while (end < text.size() && !separates[static_cast<unsigned char>(text[end])])
+                ++end;
+            copy.append(text, at, end - at);
+            at = end;
+        }
         benchmark::DoNotOptimize(copy);
     }
-    state.SetBytesProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(CopyText)->Name("text/copy")->Range(1 << 14, 1 << 22);
+BENCHMARK(CutAndCopy)->Name("text/preprocess_50m:cutting and copying");
 
 void ForcedAnsi(benchmark::State& state) {
     const std::string text = Source(state.range(0));
@@ -52,7 +66,11 @@ void ForcedAnsi(benchmark::State& state) {
     }
     state.SetBytesProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(ForcedAnsi)->Name("streams/utf8_to_1252_ascii")->Range(1 << 14, 1 << 22);
+BENCHMARK(ForcedAnsi)
+    ->Name("growth/utf8_to_1252_ascii:brcore8")
+    ->Arg(1 << 14)
+    ->Arg(1 << 18)
+    ->Arg(1 << 22);
 
 // Paragraphs as an editor writes them: runs of attributes, characters of other pages, a list.
 std::string Document(std::int64_t bytes) {
@@ -76,111 +94,79 @@ void RtfToText(benchmark::State& state) {
     }
     state.SetBytesProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(RtfToText)->Name("text/rtf_to_text")->Arg(1 << 19)->Arg(1 << 21)->Arg(1 << 23);
+BENCHMARK(RtfToText)->Name("growth/rtf_to_text:brcore8")->Arg(1 << 19)->Arg(1 << 21)->Arg(1 << 23);
 
-constexpr const char* Keywords[] = {
-    "auto",   "break",  "case",   "char",   "const",    "continue", "default",  "do",
-    "double", "else",   "enum",   "extern", "float",    "for",      "goto",     "if",
-    "ifdef",  "endif",  "int",    "long",   "register", "return",   "short",    "signed",
-    "sizeof", "static", "struct", "switch", "typedef",  "union",    "unsigned", "void",
-};
+// ---- The scanner: keywords, and the runs of text between them -----------------------------------
 
-void Scan(benchmark::State& state) {
-    const SString text(std::string_view(Source(state.range(0))));
+constexpr const char* kKeywords[] = {"select", "from",  "where",  "and",    "or",
+                                     "order",  "group", "insert", "update", "delete"};
+
+std::string Statements(std::int64_t megabytes) {
+    return bench::ReadWhole(bench::DataFile("scan_" + std::to_string(megabytes) + "m.txt"));
+}
+
+ScanResult ScanWithUs(const SString& text) {
     SKeywordTable keywords;
-    for (const char* word : Keywords)
-        keywords.AddKeyword(word, keywords.GetCount() + 1);
-    std::size_t bytes = 0;
-    for (auto _ : state) {
-        SScanner scanner(text, &keywords);
-        while (scanner.NextTokenID() != SScanner::NoID || !scanner.token.IsEmpty())
-            bytes += scanner.token.View().size();
+    for (long id = 0; id < std::ssize(kKeywords); ++id)
+        keywords.AddKeyword(kKeywords[id], id + 1);
+    ScanResult result;
+    SScanner scanner(text, &keywords);
+    while (scanner.NextTokenID() != SScanner::NoID || !scanner.token.IsEmpty()) {
+        ++(scanner.tokenID == SScanner::NoID ? result.runs : result.keywords);
+        result.bytes += static_cast<std::size_t>(scanner.token.LengthByte());
     }
-    benchmark::DoNotOptimize(bytes);
-    state.SetBytesProcessed(state.iterations() * state.range(0));
+    return result;
 }
-BENCHMARK(Scan)->Name("text/scan_16m/SScanner")->Arg(1 << 20)->Arg(1 << 22)->Arg(1 << 24);
 
-// The same tokens from a loop written by hand.
-class PlainScanner {
-public:
-    PlainScanner(std::string_view text, const std::unordered_map<std::string, long>& keywords)
-        : text_(text), keywords_(keywords) {
-        for (const char byte : gSN_Delimiters.View())
-            delimiter_[static_cast<unsigned char>(byte)] = true;
+// What a program would write by hand: a hash table of the keywords, asked for every word.
+ScanResult ScanByHand(std::string_view text) {
+    const std::unordered_map<std::string, int> keywords = [] {
+        std::unordered_map<std::string, int> made;
+        for (const char* keyword : kKeywords)
+            made.emplace(keyword, 1);
+        return made;
+    }();
+    ScanCounter counter;
+    std::string folded;
+    constexpr std::string_view blanks = " \t\r\n";
+    bool cuts[256] = {};
+    for (const std::string_view set : {blanks, kScanDelimiters})
+        for (const char byte : set)
+            cuts[static_cast<unsigned char>(byte)] = true;
+    for (std::size_t at = 0; (at = text.find_first_not_of(blanks, at)) != text.npos;) {
+        std::size_t end = at + 1;
+        if (!cuts[static_cast<unsigned char>(text[at])])
+            while (end < text.size() && !cuts[static_cast<unsigned char>(text[end])])
+                ++end;
+        const std::string_view word = text.substr(at, end - at);
+        folded.assign(word);
+        std::transform(word.begin(), word.end(), folded.begin(),
+                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+        keywords.contains(folded) ? counter.Keyword(word) : counter.Word(word);
+        at = end;
     }
-
-    // The id of the next keyword, or -1 for a run; an empty token at the end.
-    long Next(std::string& token) {
-        token.clear();
-        for (std::string_view word; NextWord(word); at_ += word.size()) {
-            folded_.assign(word);
-            for (char& byte : folded_)
-                byte = static_cast<char>(std::tolower(static_cast<unsigned char>(byte)));
-            const auto keyword = keywords_.find(folded_);
-            if (keyword == keywords_.end()) {
-                token += word;
-            } else if (Trim(token)) {
-                return -1;
-            } else {
-                token = word;
-                at_ += word.size();
-                return keyword->second;
-            }
-        }
-        Trim(token);
-        return -1;
-    }
-
-private:
-    static bool IsSpace(char byte) {
-        return byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r';
-    }
-    bool Cuts(char byte) const {
-        return IsSpace(byte) || delimiter_[static_cast<unsigned char>(byte)];
-    }
-    bool NextWord(std::string_view& word) {
-        while (at_ < text_.size() && IsSpace(text_[at_]))
-            ++at_;
-        std::size_t end = at_;
-        while (end < text_.size() && !Cuts(text_[end]))
-            ++end;
-        if (end == at_ && end < text_.size()) ++end;
-        word = text_.substr(at_, end - at_);
-        return !word.empty();
-    }
-    // Returns whether anything is left.
-    bool Trim(std::string& token) const {
-        const auto cut = [this](char byte) {
-            return !delimiter_[static_cast<unsigned char>(byte)];
-        };
-        token.erase(std::find_if(token.rbegin(), token.rend(), cut).base(), token.end());
-        token.erase(token.begin(), std::find_if(token.begin(), token.end(), cut));
-        return !token.empty();
-    }
-
-    std::string_view text_;
-    const std::unordered_map<std::string, long>& keywords_;
-    bool delimiter_[256] = {};
-    std::size_t at_ = 0;
-    std::string folded_;
-};
-
-void ScanPlainly(benchmark::State& state) {
-    const std::string text = Source(state.range(0));
-    std::unordered_map<std::string, long> keywords;
-    for (const char* word : Keywords)
-        keywords.emplace(word, static_cast<long>(keywords.size()) + 1);
-    std::size_t bytes = 0;
-    for (auto _ : state) {
-        PlainScanner scanner(text, keywords);
-        std::string token;
-        while (scanner.Next(token) != -1 || !token.empty())
-            bytes += token.size();
-    }
-    benchmark::DoNotOptimize(bytes);
-    state.SetBytesProcessed(state.iterations() * state.range(0));
+    return counter.Result();
 }
-BENCHMARK(ScanPlainly)->Name("text/scan_16m/std")->Arg(1 << 20)->Arg(1 << 22)->Arg(1 << 24);
+
+template <class Text, ScanResult (*Scan)(Text)>
+void Scanning(benchmark::State& state) {
+    const std::string bytes = Statements(state.range(0));
+    const std::string_view view(bytes);
+    const std::remove_cvref_t<Text> text(view);
+    static const ScanResult expected = FlexScan(Statements(16));
+    for (auto _ : state) {
+        const ScanResult result = Scan(text);
+        bench::Expect(state.range(0) != 16 || result == expected, "tokens");
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes.size()));
+}
+BENCHMARK(Scanning<const SString&, ScanWithUs>)->Name("text/scan_16m:brcore8")->Arg(16);
+BENCHMARK(Scanning<std::string_view, FlexScan>)->Name("text/scan_16m:flex")->Arg(16);
+BENCHMARK(Scanning<std::string_view, ScanByHand>)->Name("text/scan_16m:by hand")->Arg(16);
+BENCHMARK(Scanning<const SString&, ScanWithUs>)
+    ->Name("growth/text_scan:brcore8")
+    ->Arg(1)
+    ->Arg(4)
+    ->Arg(16);
 
 }  // namespace

@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2034,SC2154
-# Sourced by run and test: what each job needs, and how it gets onto the machine.
+# Sourced by run, test and measure: what each job needs, and how it gets onto the machine.
 # A line is PACKAGE PROBE: the Debian package, and the program or file that shows it is there.
 
 needs_build='
@@ -28,6 +28,27 @@ wine64 /usr/lib/wine/wine64
 xvfb Xvfb
 xauth xauth
 doxygen doxygen
+'
+
+# What the library is measured against, and what makes the things to measure with.
+needs_measure='
+libbenchmark-dev /usr/include/benchmark/benchmark.h
+python3 python3
+qtbase5-dev /usr/include/x86_64-linux-gnu/qt5/QtCore/QtCore
+libabsl-dev /usr/include/absl/strings/str_split.h
+libboost-dev /usr/include/boost/container/flat_map.hpp
+libmimalloc-dev /usr/lib/x86_64-linux-gnu/libmimalloc.so
+libjemalloc-dev /usr/lib/x86_64-linux-gnu/libjemalloc.so
+libglib2.0-dev /usr/include/glib-2.0/glib.h
+libicu-dev /usr/include/unicode/ucnv.h
+libzip-dev /usr/include/zip.h
+libminizip-dev /usr/include/minizip/unzip.h
+libarchive-dev /usr/include/archive.h
+libarchive-tools bsdtar
+unzip unzip
+flex flex
+unrtf unrtf
+unifdef unifdef
 '
 
 # need LIST...: installs the packages of these lists whose probes fail; stops when it cannot.
