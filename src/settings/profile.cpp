@@ -101,9 +101,15 @@ bool IsSectionName(const char* name) noexcept {
     return std::strpbrk(name, "\r\n") == nullptr && !HoldsOrEndsInHalf(Trimmed(name), ']');
 }
 
+bool BeginsLikeAMark(std::string_view text) noexcept {
+    return text.starts_with("\xEF\xBB\xBF") || text.starts_with("\xFF\xFE") ||
+           text.starts_with("\xFE\xFF");
+}
+
+// A key may become the first in its file.
 bool IsKeyName(const char* name) noexcept {
     const std::string_view key = Trimmed(name);
-    return !key.empty() && key.front() != '[' && key.front() != ';' &&
+    return !BeginsLikeAMark(key) && !key.empty() && key.front() != '[' && key.front() != ';' &&
            std::strpbrk(name, "=\r\n") == nullptr && !HoldsOrEndsInHalf(key, '=');
 }
 

@@ -23,8 +23,8 @@
 //
 // Names and values are bytes in the process's code page, up to their first zero byte. What could
 // not be read back is refused: a line break in a name or a value; `]` in a section's name; `=` in a
-// key's name, one that is empty or begins with `[` or `;`. Blanks at the ends of a value, and a
-// pair of quotes around all of it, are written as they are and gone when it is read.
+// key's name, one that is empty or begins with `[`, `;` or a byte-order mark. Blanks at the ends of
+// a value, and a pair of quotes around all of it, are written as they are and gone when it is read.
 //
 // Status: every operation returns a code of brcore8/settings/status.h and throws nothing. Where
 // memory is short it is SettingsFailed, and the caller's variable stays as it was.

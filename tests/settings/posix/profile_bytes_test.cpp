@@ -97,7 +97,7 @@ TEST_F(ProfileBytes, DoubleByteNames) {
     EXPECT_EQ(Value(Path(), "\x81]", "\x83\x61"), "2");
     for (const char* section : {"s\x81", "s\x81 ", "s\x81\r", "s\x81\n[t"})
         EXPECT_EQ(SProfile(Path(), section, 0).Accepts("k", "1"), 0) << section;
-    for (const char* key : {"k\x81", "k\x81=", "k\x81\n"})
+    for (const char* key : {"k\x81", "k\x81=", "k\x81\n", "\xEF\xBB\xBFk", "\xFF\xFEk"})
         EXPECT_EQ(SProfile(Path(), "s", 0).Accepts(key, "1"), 0) << key;
     EXPECT_EQ(SProfile(Path(), "\x81]", 0).Accepts("\x83\x41", "\x81"), 1);
     Put("[s]\nk=" + std::string(254, 'x') + "\x83\x41\n");
