@@ -119,6 +119,7 @@ stage_win32() { build win32 && pass; }
 stage_fuzz() {
     local target name inputs options
     build fuzz fuzz/all || return
+    local -x BRCORE8_SETTINGS=$PWD/build/fuzz/settings.db
     for target in fuzz/{,posix/}*_fuzz.cpp; do
         name=$(basename "$target" _fuzz.cpp)
         inputs=build/fuzz/corpus/$name
