@@ -121,6 +121,7 @@ public:
     StoreQuery(const StoreQuery&) = delete;
     StoreQuery& operator=(const StoreQuery&) = delete;
 
+    // Texts and data are not copied: they outlive the query.
     StoreQuery& Bind(int place, std::int64_t number);
     StoreQuery& Bind(int place, std::string_view text);
     StoreQuery& BindData(int place, const void* data, std::size_t size);

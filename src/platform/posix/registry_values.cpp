@@ -129,8 +129,9 @@ LSTATUS RegQueryValueExA(HKEY handle, const char* name, DWORD*, DWORD* type, BYT
     if (data != nullptr && size == nullptr) return ERROR_INVALID_PARAMETER;
     if (text.size() > kMaxValueName) return ERROR_FILE_NOT_FOUND;
     return DoWithKey(handle, KeyUse::Read, [&](Registry&, RegistryKey& key) -> LSTATUS {
+        const ValueFold fold(text);
         StoreQuery query(*key.store, StoreSql::FindValue);
-        query.Bind(1, key.id).Bind(2, ValueFold(text).View());
+        query.Bind(1, key.id).Bind(2, fold.View());
         if (query.Next()) return GiveData(query, 0, type, data, size);
         if (query.Status() != ERROR_SUCCESS) return query.Status();
         const LSTATUS exists = CheckExists(key);
