@@ -197,8 +197,8 @@ void Image::ReadTable(unsigned directory, ImportedNames& names) {
     // The names use the file's window too, so the table is read in runs.
     unsigned char run[64 * 32];
     for (std::size_t seen = 0; table.size >= size && seen < MostDescriptors;) {
-        const std::size_t count =
-            std::min<std::size_t>({64, table.size / size, MostDescriptors - seen});
+        const auto count = static_cast<std::size_t>(
+            std::min<std::uint64_t>({64, table.size / size, MostDescriptors - seen}));
         const unsigned char* const bytes = file_.At(table.offset, count * size);
         if (bytes == nullptr) return;
         std::memcpy(run, bytes, count * size);
