@@ -69,7 +69,9 @@ public:
 
 protected:
     void ParseParam(const SString& param, int isFlag, int isLast) override {
-        words.push_back((isFlag ? "-" : "") + std::string(param) + (isLast ? "." : ""));
+        std::string& word = words.emplace_back(isFlag ? "-" : "");
+        word.append(param);
+        if (isLast) word.push_back('.');
         if (param == "again")
             SetCmdLineString(again_ ? again_ : GetCmdLineString().GetPointerAt(2));
         SCommandLine::ParseParam(param, isFlag, isLast);
