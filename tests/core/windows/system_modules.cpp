@@ -11,6 +11,8 @@
 // Last: its global names shadow ours.
 #include <windows.h>
 
+#include <shellapi.h>
+
 namespace {
 
 TEST(ModulesWindows, AreThoseThatTheLoaderReads) {
@@ -40,19 +42,18 @@ TEST(ModulesWindows, AreThoseThatTheLoaderReads) {
 class Association {
 public:
     explicit Association(const std::string& command) {
-        Set("Software\\Classes\\.brcore8log", "brcore8.log");
-        Set("Software\\Classes\\brcore8.log\\shell\\open\\command", command);
+        Set(".brcore8log", "brcore8.log");
+        Set("brcore8.log\\shell\\open\\command", command);
     }
     ~Association() {
-        for (const char* key :
-             {"\\.brcore8log", "\\brcore8.log\\shell\\open\\command", "\\brcore8.log\\shell\\open",
-              "\\brcore8.log\\shell", "\\brcore8.log"})
-            RegDeleteKeyA(HKEY_CURRENT_USER, (std::string("Software\\Classes") + key).c_str());
+        for (const char* key : {".brcore8log", "brcore8.log\\shell\\open\\command",
+                                "brcore8.log\\shell\\open", "brcore8.log\\shell", "brcore8.log"})
+            RegDeleteKeyA(HKEY_CLASSES_ROOT, key);
     }
 
 private:
     static void Set(const char* key, const std::string& value) {
-        EXPECT_EQ(RegSetValueA(HKEY_CURRENT_USER, key, REG_SZ, value.c_str(),
+        EXPECT_EQ(RegSetValueA(HKEY_CLASSES_ROOT, key, REG_SZ, value.c_str(),
                                static_cast<DWORD>(value.size())),
                   ERROR_SUCCESS);
     }
@@ -60,29 +61,35 @@ private:
 
 TEST(DumpFileWindows, IsShownByTheProgramOfItsKind) {
     const Folder folder;
+    const std::string path = folder / "a.brcore8log";
     const Association association("cmd.exe /c copy %1 " + folder / "shown");
-    SDumpFile log((folder / "a.brcore8log").c_str());
+    SDumpFile log(path.c_str());
     log << "content";
+    // Else the editor would come up, and stay.
+    char program[MAX_PATH] = "";
+    ASSERT_GT(reinterpret_cast<INT_PTR>(FindExecutableA(path.c_str(), nullptr, program)), 32);
+    ASSERT_NE(std::string(program).find("cmd.exe"), std::string::npos) << program;
     log.Show();
-    for (int i = 0; i < 200 && !std::filesystem::exists(folder / "shown"); ++i)
+    for (int i = 0; i < 300 && Get(folder / "shown").empty(); ++i)
         Sleep(100);
-    Sleep(200);
     EXPECT_EQ(Get(folder / "shown"), "content");
 }
 
-TEST(DumpFileWindows, DevicesAndReadOnlyFilesAreNoLogs) {
+TEST(DumpFileWindows, DevicesAndFilesInUseAreNoLogs) {
     const Folder folder;
-    const std::string path = folder / "read-only.log";
+    const std::string path = folder / "held.log";
     Put(path, "kept");
-    ASSERT_TRUE(SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY));
+    const HANDLE held = CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
     SDumpFile log;
     for (const std::string& name : {path, std::string("NUL"), std::string("\\\\.\\pipe\\none")}) {
-        log.Init(name.c_str(), 0);
+        log.Init(name.c_str(), 1);
         EXPECT_FALSE(log.IsOpen()) << name;
         log << "swallowed";
     }
+    CloseHandle(held);
     EXPECT_EQ(Get(path), "kept");
-    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 }  // namespace
