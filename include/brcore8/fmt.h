@@ -13,12 +13,16 @@
 
 #include <string_view>
 
+namespace fmt {
+
 template <>
-struct fmt::formatter<SString> : fmt::formatter<std::string_view> {
+struct formatter<SString> : formatter<std::string_view> {
     template <class Context>
     auto format(const SString& text, Context& context) const {
-        return fmt::formatter<std::string_view>::format(std::string_view(text), context);
+        return formatter<std::string_view>::format(std::string_view(text), context);
     }
 };
+
+}  // namespace fmt
 
 #endif
