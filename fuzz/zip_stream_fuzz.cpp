@@ -1,5 +1,5 @@
 // The first byte chooses the size of the buffer; the rest is an archive that is read in sequence.
-// The buffer must make no difference.
+// The buffer must make no difference, except to how far damaged data gets before it fails.
 #include <brcore8/archive/zip_stream.h>
 #include <brcore8/core/exception.h>
 #include <brcore8/streams/input_buffer.h>
@@ -34,6 +34,9 @@ std::string Read(const char* data, std::size_t size, unsigned long buffer) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size < 1) return 0;
     const char* const archive = reinterpret_cast<const char*>(data) + 1;
-    if (Read(archive, size - 1, 1 + data[0]) != Read(archive, size - 1, 1 << 16)) std::abort();
+    const std::string small = Read(archive, size - 1, 1 + data[0]);
+    const std::string large = Read(archive, size - 1, 1 << 16);
+    const bool failed = large.ends_with("Invalid ZLIB data format");
+    if (failed ? !small.ends_with("Invalid ZLIB data format") : small != large) std::abort();
     return 0;
 }
