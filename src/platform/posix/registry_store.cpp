@@ -258,6 +258,7 @@ StoreQuery::StoreQuery(RegistryStore& store, StoreSql which) : store_(store) {
 }
 
 StoreQuery::~StoreQuery() {
+    if (statement_ == nullptr) return;
     sqlite3_reset(statement_);
     sqlite3_clear_bindings(statement_);
 }
