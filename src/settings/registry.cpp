@@ -3,6 +3,7 @@
 #include <brcore8/core/module.h>
 
 #include "settings/registry_access.h"
+#include "settings/setting_text.h"
 
 using namespace brcore8;
 
@@ -52,10 +53,6 @@ long Write(HKEY key, const SString& name, DWORD type, const void* data, std::siz
     const long status = RegSetValueExA(key, name, 0, type, static_cast<const BYTE*>(data),
                                        static_cast<DWORD>(size));
     return status == ERROR_SUCCESS ? SettingsDone : SettingsFailed;
-}
-
-bool IsYes(const SString& text) {
-    return text.CompareNoCase("Yes") == 0 || text.CompareNoCase("True") == 0;
 }
 
 bool HasValue(HKEY root, const SString& path, const SString& name) {
@@ -144,8 +141,7 @@ long SRegistry::GetProfile(const SString& name, int* value, int defaultValue) co
         SString text;
         const long status = ReadText(key_, name, text, nullptr);
         if (status < 0) return status;
-        text.Trim(" \t\r\n");
-        *value = IsYes(text) || text.Compare("1") == 0;
+        *value = TruthOfSetting(text);
         return status;
     });
 }
@@ -158,10 +154,7 @@ long SRegistry::GetProfile(const SString& name, long* value, long defaultValue,
         SString text;
         const long status = ReadText(key_, name, text, type);
         if (status < 0) return status;
-        text.Trim(" \t\r\n");
-        const char first = text.IsEmpty() ? '\0' : *static_cast<const char*>(text);
-        const bool isNumber = (first >= '0' && first <= '9') || first == '-' || first == '+';
-        *value = isNumber ? static_cast<long>(text) : long{IsYes(text)};
+        *value = NumberOfSetting(text);
         return status;
     });
 }
