@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <random>
 #include <string>
 
 #include "settings_system.h"
@@ -17,9 +18,11 @@ protected:
     SettingsTest() {
         const auto* const info = ::testing::UnitTest::GetInstance()->current_test_info();
         name_ = std::string("test-") + info->test_suite_name() + "-" + info->name();
-        folder_ = std::filesystem::temp_directory_path() / ("brcore8-" + name_);
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directory(folder_);
+        std::random_device random;
+        do {
+            folder_ = std::filesystem::temp_directory_path() /
+                      ("brcore8-" + name_ + "-" + std::to_string(random()));
+        } while (!std::filesystem::create_directory(folder_));
         SetVariable("BRCORE8_SETTINGS", UserStore().c_str());
         SetVariable("BRCORE8_MACHINE_SETTINGS", MachineStore().c_str());
         Clean();

@@ -42,15 +42,27 @@ LSTATUS FindPath(RegistryKey& key, const char* path, std::int64_t& id) {
     return status == ERROR_SUCCESS && *path != '\0' ? ERROR_FILE_NOT_FOUND : status;
 }
 
+// Hands out a key that was added, unless its transaction failed in the end.
+void GiveKey(LSTATUS status, HKEY added, HKEY* opened) {
+    if (status == ERROR_SUCCESS)
+        *opened = added;
+    else if (added != nullptr)
+        RegCloseKey(added);
+}
+
 LSTATUS OpenPath(HKEY handle, const char* path, int names, REGSAM access, HKEY* opened) {
-    return DoWithKey(handle, KeyUse::Read, [&](Registry& registry, RegistryKey& key) -> LSTATUS {
+    HKEY added = nullptr;
+    const auto find = [&](Registry& registry, RegistryKey& key) -> LSTATUS {
         std::int64_t id = 0;
-        const LSTATUS status = FindPath(key, path, id);
-        if (status != ERROR_SUCCESS) return status;
+        const LSTATUS found = FindPath(key, path, id);
+        if (found != ERROR_SUCCESS) return found;
         if (MayWrite(access) && key.store->IsReadOnly()) return ERROR_ACCESS_DENIED;
-        *opened = registry.Add({key.store, id, key.level + names, MayWrite(access)});
+        added = registry.Add({key.store, id, key.level + names, MayWrite(access)});
         return ERROR_SUCCESS;
-    });
+    };
+    const LSTATUS status = DoWithKey(handle, KeyUse::Read, find);
+    GiveKey(status, added, opened);
+    return status;
 }
 
 LSTATUS OpenRoot(HKEY handle, REGSAM access, HKEY* opened) noexcept {
@@ -152,10 +164,7 @@ LSTATUS RegCreateKeyExA(HKEY key, const char* path, DWORD, char*, DWORD, REGSAM 
         status = DoWithKey(key, KeyUse::Write, [&](Registry& registry, RegistryKey& from) {
             return MakePath(registry, from, path, access, added, made);
         });
-        if (status == ERROR_SUCCESS)
-            *opened = added;
-        else if (added != nullptr)
-            RegCloseKey(added);
+        GiveKey(status, added, opened);
     }
     if (status == ERROR_SUCCESS && disposition != nullptr)
         *disposition = made ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
