@@ -14,12 +14,14 @@
 //
 // On Windows the system's own functions read and write the file, and lay its blanks and line ends
 // out anew when they write. Elsewhere a write changes the bytes of its key alone: byte-order mark,
-// line ends, blanks, remarks, repeats and a missing last line end stay. A new key stands behind the
-// last one of its section, a new section at the end of the file. The file is replaced as one step
-// and is on the disk when the write returns: whoever looks, and whatever breaks, finds the old
-// content or the new one whole. Writers of this library, in any number of processes, wait for one
-// another, each for at most five seconds, and lose nothing; readers never wait and see what was
-// written last. A file of 2 GiB or more, or in UTF-16, has no keys and is not written.
+// line ends, blanks, remarks, repeats and a missing last line end stay. A new key stands behind
+// the last one of its section, a new section at the end of the file. What is deleted goes with its
+// lines; an empty one stays at the file's beginning where the bytes behind it would become a
+// byte-order mark. The file is replaced as one step and is on the disk when the write returns:
+// whoever looks, and whatever breaks, finds the old content or the new one whole. Writers of this
+// library, in any number of processes, wait for one another, each for at most five seconds, and
+// lose nothing; readers never wait and see what was written last. A file of 2 GiB or more, or in
+// UTF-16, has no keys and is not written.
 //
 // Names and values are bytes in the process's code page, up to their first zero byte. What could
 // not be read back is refused: a line break in a name or a value; `]` in a section's name; `=` in a

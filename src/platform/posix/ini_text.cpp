@@ -138,6 +138,16 @@ Place Locate(std::string_view text, std::string_view section, std::string_view k
     return place;
 }
 
+// From there to the line's end. Where what follows would become the text's first bytes and look
+// like a mark, an empty line stays before it.
+void EraseLines(std::string_view text, std::size_t begin, const IniLine& last,
+                IniEdit& edit) noexcept {
+    const std::string_view rest = text.substr(last.next);
+    const bool looksMarked = begin == 0 && (MarkBytes(rest) != 0 || IsIniUtf16(rest));
+    edit.at = begin;
+    edit.removed = (looksMarked ? last.end : last.next) - begin;
+}
+
 // The line end of the text's first line, or ours.
 std::string_view LineEndOf(std::string_view text) noexcept {
     IniLine line;
@@ -195,16 +205,12 @@ void SetIniKey(std::string_view text, std::string_view section, std::string_view
 void EraseIniKey(std::string_view text, std::string_view section, std::string_view key,
                  IniEdit& edit) noexcept {
     const Place place = Locate(text, TrimIniBlanks(section), TrimIniBlanks(key));
-    if (!place.hasKey) return;
-    edit.at = place.last.begin;
-    edit.removed = place.last.next - place.last.begin;
+    if (place.hasKey) EraseLines(text, place.last.begin, place.last, edit);
 }
 
 void EraseIniSection(std::string_view text, std::string_view section, IniEdit& edit) noexcept {
     const Place place = Locate(text, TrimIniBlanks(section), {});
-    if (!place.hasSection) return;
-    edit.at = place.first.begin;
-    edit.removed = place.last.next - place.first.begin;
+    if (place.hasSection) EraseLines(text, place.first.begin, place.last, edit);
 }
 
 std::optional<std::string_view> FindIniKey(std::string_view text, std::string_view section,

@@ -70,6 +70,10 @@ TEST_F(ProfileBytes, OneKeyChanges) {
         {"section-deleted", "a=1\n[s]\n; x\nk=1\n\n; of t\n[t]\nl=1\n[s]\nm=1\n", "s", nullptr,
          nullptr, "a=1\n\n; of t\n[t]\nl=1\n[s]\nm=1\n"},
         {"unnamed-section-deleted", "; x\na=1\nb=2\n[s]\n", "", nullptr, nullptr, "; x\n[s]\n"},
+        {"no-mark-made-of-a-key", "a=1\r\n\xFF\xFE=2\r\n", "", "a", nullptr,
+         "\r\n\xFF\xFE=2\r\n"},
+        {"no-mark-made-of-a-line", "[s]\na=1\n\xEF\xBB\xBF;\n[t]\n", "s", nullptr, nullptr,
+         "\n\xEF\xBB\xBF;\n[t]\n"},
         {"sixteen-bit-text-untouched", "\xFF\xFE[\0s\0]\0\n\0"s, "s", "k", "1",
          "\xFF\xFE[\0s\0]\0\n\0"s},
     };
