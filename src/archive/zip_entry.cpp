@@ -65,6 +65,10 @@ bool SZipEntry::IsSpecial() const noexcept {
            kind != kKindFile;
 }
 
+unsigned SZipEntry::GetPermissions() const noexcept {
+    return PackedByUnix(versionMadeBy_) ? externalAttributes_ >> 16 & 0777 : 0;
+}
+
 std::string SZipEntry::ToUtf8(const SString& text) const {
     return Checked([&] {
         if ((flags_ & Utf8) != 0) return SUtf8FromUtf16(SUtf16FromUtf8(text.View()));

@@ -5,7 +5,7 @@
 #include <brcore8/streams/progress.h>
 
 #include "archive/file_window.h"
-#include "archive/zip_entry_reader.h"
+#include "archive/zip_entry_pass.h"
 #include "archive/zip_extents.h"
 #include "archive/zip_names.h"
 #include "platform/files.h"
@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <memory>
 #include <string>
 
 using brcore8::FileOperation;
@@ -23,8 +22,21 @@ using brcore8::Report;
 
 namespace {
 
-constexpr unsigned long kBlock = 256 * 1024;
 constexpr char kCannotOpen[] = "Can't open for writing";
+constexpr unsigned kNewFile = 0666;
+constexpr unsigned kNewFolder = 0777;
+
+// When a clock here shows the entry's digits; 0 when no calendar has them.
+std::uint64_t FileTimeOf(const SZipEntry& entry) noexcept {
+    const STime time = entry.GetTime();
+    return time != STime() ? time.GetFileTime() : 0;
+}
+
+// Those of the entry, or else what such files get.
+unsigned PermissionsOf(const SZipEntry& entry, unsigned otherwise) noexcept {
+    const unsigned permissions = entry.GetPermissions();
+    return permissions != 0 ? permissions : otherwise;
+}
 
 const char* KindFault(const SZipEntry& entry) noexcept {
     if (entry.IsLink()) return "the entry is a link";
@@ -93,7 +105,8 @@ private:
 // A file that takes its place only when it is whole.
 class NewFile {
 public:
-    explicit NewFile(std::string path) : path_(std::move(path)) {
+    NewFile(std::string path, unsigned permissions)
+        : path_(std::move(path)), permissions_(permissions) {
         static constinit std::atomic<unsigned> counter{0};
         const std::string folder = path_.substr(0, path_.rfind('/') + 1);
         constexpr int attempts = 100;  // leftovers of processes that bore the same number
@@ -101,7 +114,7 @@ public:
             unfinished_ = folder + ".brcore8-" + std::to_string(GetCurrentProcessId()) + "-" +
                           std::to_string(counter.fetch_add(1)) + ".tmp";
             if (!MayUseFile(FileOperation::Create, unfinished_.c_str())) break;
-            if (!brcore8::MakeNewFile(unfinished_.c_str())) continue;
+            if (!brcore8::MakeNewFile(unfinished_.c_str(), permissions_)) continue;
             if (file_.Open(unfinished_.c_str(), SFile::WriteAccess) < 0) Remove();
         }
         if (!file_.IsOpen()) brcore8::ThrowIOException(kCannotOpen);
@@ -120,6 +133,7 @@ public:
     void Finish(std::uint64_t fileTime) {
         if (fileTime != 0) file_.SetModified(fileTime);  // not every file system can
         if (file_.Close() < 0) brcore8::ThrowIOException("Write failed");
+        brcore8::LimitPermissions(unfinished_.c_str(), permissions_);
         if (!MayUseFile(FileOperation::Replace, path_.c_str()) ||
             !MoveFileExA(unfinished_.c_str(), path_.c_str(), MOVEFILE_REPLACE_EXISTING)) {
             brcore8::ThrowIOException(kCannotOpen);
@@ -131,49 +145,35 @@ private:
     void Remove() noexcept { DeleteFileA(unfinished_.c_str()); }
 
     std::string path_;
+    unsigned permissions_;
     std::string unfinished_;
     SFile file_;
 };
 
-class Writer {
+class Writer : public brcore8::ZipEntryPass {
 public:
     Writer(SZipFile& archive, const SZipLimits& limits, std::string_view folder,
            SProgressIndicatorEx* progress)
-        : reader_(archive, limits),
-          target_(folder),
-          progress_(progress),
-          block_(static_cast<char*>(brcore8::Allocate(kBlock))) {}
+        : ZipEntryPass(archive, limits, progress), target_(folder) {}
 
     void Write(const SZipEntry& entry, const std::string& path) {
         if (entry.IsDirectory()) return target_.MakeFolders(path);
-        reader_.Start(entry);
+        Reader().Start(entry);
         const std::size_t slash = path.rfind('/');
         if (slash != path.npos) target_.MakeFolders(path.substr(0, slash));
-        NewFile file(target_.PathOf(path));
-        while (const unsigned long count = reader_.Read(block_.get(), kBlock)) {
-            file.Write(block_.get(), count);
-            Tell(reader_.GetConsumed());
-        }
-        const STime time = entry.GetTime();
-        file.Finish(time != STime() ? time.GetFileTime() : 0);
+        NewFile file(target_.PathOf(path), PermissionsOf(entry, kNewFile));
+        while (const unsigned long count = ReadBlock())
+            file.Write(Block(), count);
+        file.Finish(FileTimeOf(entry));
     }
-    void EntryDone(const SZipEntry& entry) {
-        done_ += entry.GetCompressedSize();
-        Tell(0);
+    // Once nothing more is written into it.
+    void FinishFolder(const SZipEntry& entry, const std::string& path) {
+        brcore8::FinishFolder(target_.PathOf(path).c_str(), FileTimeOf(entry),
+                              PermissionsOf(entry, kNewFolder));
     }
 
 private:
-    void Tell(std::uint64_t consumed) {
-        if (progress_ == nullptr) return;
-        progress_->SetPosition(done_ + consumed);
-        if (progress_->IsAborted()) brcore8::ThrowIOAborted();
-    }
-
-    brcore8::ZipEntryReader reader_;
     Target target_;
-    SProgressIndicatorEx* progress_;
-    std::uint64_t done_ = 0;
-    std::unique_ptr<char, brcore8::ReleaseBlock> block_;
 };
 
 }  // namespace
@@ -271,6 +271,10 @@ int SZipExtractor::Extract(const SString& folder, const SZipReport& report,
                 ++faults;
             }
             writer.EntryDone(*entry);
+        }
+        for (const SZipEntry& entry : archive_) {
+            if (entry.IsDirectory() && IsChosen(entry.GetName()))
+                writer.FinishFolder(entry, brcore8::PlainPath(NameOf(entry)));
         }
     } catch (const SEIOAbortedException&) {
         throw;

@@ -5,18 +5,14 @@
 #include <brcore8/streams/progress.h>
 
 #include "archive/file_window.h"
-#include "archive/zip_entry_reader.h"
+#include "archive/zip_entry_pass.h"
 #include "archive/zip_extents.h"
-
-#include <memory>
 
 using brcore8::Get32;
 using brcore8::ZipEntryReader;
 using brcore8::ZipRecords;
 
 namespace {
-
-constexpr unsigned long kBlock = 256 * 1024;
 
 bool SameSums(const SZipEntry& left, const SZipEntry& right) noexcept {
     return left.GetCrc32() == right.GetCrc32() && left.GetSize() == right.GetSize() &&
@@ -51,42 +47,22 @@ std::size_t DescriptorLength(const SZipEntry& entry, std::string_view trailer) n
     return 0;
 }
 
-class EntryCheck {
+class EntryCheck : public brcore8::ZipEntryPass {
 public:
-    EntryCheck(SZipFile& archive, const SZipLimits& limits, SProgressIndicatorEx* progress)
-        : reader_(archive, limits),
-          progress_(progress),
-          block_(static_cast<char*>(brcore8::Allocate(kBlock))) {}
+    using ZipEntryPass::ZipEntryPass;
 
     // Null when the entry is sound. Throws the reader's exceptions, whose text says the same.
     const char* FindFault(const SZipEntry& entry, std::uint64_t boundary) {
-        reader_.Start(entry);
-        if (const char* const fault = HeaderFault(entry, reader_)) return fault;
-        if (reader_.GetDataEnd() > boundary) return brcore8::kOverlaps;
-        while (reader_.Read(block_.get(), kBlock) != 0)
-            Tell(reader_.GetConsumed());
+        Reader().Start(entry);
+        if (const char* const fault = HeaderFault(entry, Reader())) return fault;
+        if (Reader().GetDataEnd() > boundary) return brcore8::kOverlaps;
+        while (ReadBlock() != 0) {
+        }
         if ((entry.GetFlags() & SZipEntry::Descriptor) == 0) return nullptr;
-        const std::size_t length = DescriptorLength(entry, reader_.GetTrailer());
+        const std::size_t length = DescriptorLength(entry, Reader().GetTrailer());
         if (length == 0) return "the descriptor differs from the directory";
-        return reader_.GetDataEnd() + length > boundary ? brcore8::kOverlaps : nullptr;
+        return Reader().GetDataEnd() + length > boundary ? brcore8::kOverlaps : nullptr;
     }
-
-    void EntryDone(const SZipEntry& entry) {
-        done_ += entry.GetCompressedSize();
-        Tell(0);
-    }
-
-private:
-    void Tell(std::uint64_t consumed) {
-        if (progress_ == nullptr) return;
-        progress_->SetPosition(done_ + consumed);
-        if (progress_->IsAborted()) brcore8::ThrowIOAborted();
-    }
-
-    ZipEntryReader reader_;
-    SProgressIndicatorEx* progress_;
-    std::uint64_t done_ = 0;
-    std::unique_ptr<char, brcore8::ReleaseBlock> block_;
 };
 
 // The text of what a call throws, null when it throws nothing. What is no fault of the archive's

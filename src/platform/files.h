@@ -32,9 +32,18 @@ extern const char kFolderSeparators[];
 // Whether the path is a symbolic link, or another entry that leads elsewhere.
 bool IsLink(const char* path) noexcept;
 
-// Makes an empty file that is not there yet, with the permissions that new files have; false when
-// it is there, even as a link to nowhere, or cannot be made.
-bool MakeNewFile(const char* path) noexcept;
+// Permissions are those of owner, group and others, rwxrwxrwx in nine bits; where files have none
+// such they mean nothing.
+
+// Makes an empty file that is not there yet, with these permissions less those that new files do
+// not get, but open to its owner; false when it is there, even as a link to nowhere, or cannot be
+// made.
+bool MakeNewFile(const char* path, unsigned permissions) noexcept;
+// Takes all other permissions from a file.
+void LimitPermissions(const char* path, unsigned permissions) noexcept;
+// Gives a folder that is no link its time of change, in steps of 100 ns since 1601-01-01, unless it
+// is 0, and takes all other permissions from it but its owner's. What cannot be set stays.
+void FinishFolder(const char* path, std::uint64_t fileTime, unsigned permissions) noexcept;
 
 // Whether a file can bear this name, without slashes, and a listing of its folder then shows it.
 bool IsPlainFileName(std::string_view name) noexcept;

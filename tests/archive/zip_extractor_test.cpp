@@ -217,21 +217,25 @@ TEST_F(ZipExtract, WritesFilesWithTheirTimes) {
 
     zip = Sound();
     zip.Add({.name = "dir/"});
+    zip.Add({.name = "dir/later", .data = "y"});
     zip.Add({.name = "./deep//er/..foo", .data = "x"});
     EXPECT_EQ(Extracted(zip.Bytes()), "");
     const std::map<std::string, std::string> expected = {{"a", "stored"},
                                                          {"b", std::string(1000, 'b')},
                                                          {"c", std::string(1000, 'c')},
                                                          {"dir/", ""},
+                                                         {"dir/later", "y"},
                                                          {"deep/", ""},
                                                          {"deep/er/", ""},
                                                          {"deep/er/..foo", "x"}};
     EXPECT_EQ(Files(), expected);
-    SFileFind find;
-    STime time;
-    ASSERT_EQ(find.FindFile((folder_ / "out/a").c_str()), 1);
-    ASSERT_EQ(find.GetLastWriteTime(&time), 1);
-    EXPECT_EQ(time.GetLocal(), (SCalendarTime{2038, 2, 28, 12, 30, 8}));
+    for (const char* name : {"out/a", "out/dir"}) {
+        SFileFind find;
+        STime time;
+        ASSERT_EQ(find.FindFile((folder_ / name).c_str()), 1);
+        ASSERT_EQ(find.GetLastWriteTime(&time), 1);
+        EXPECT_EQ(time.GetLocal(), (SCalendarTime{2038, 2, 28, 12, 30, 8})) << name;
+    }
 
     EXPECT_EQ(Extracted(zip.Bytes()), "") << "over what is there";
     EXPECT_EQ(Files(), expected);

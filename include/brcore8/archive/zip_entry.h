@@ -56,6 +56,9 @@ public:
     bool IsLink() const noexcept;
     // No file, folder or link: a device, a pipe.
     bool IsSpecial() const noexcept;
+    // The permissions of owner, group and others, rwxrwxrwx in nine bits, where a Unix system kept
+    // them; else 0.
+    unsigned GetPermissions() const noexcept;
     // The name or the comment in UTF-8 and in the process's code page: from UTF-8 where the entry
     // says so, else from the OEM code page, which archives that do not say so are meant to use.
     // Malformed UTF-8 becomes U+FFFD; what the code page lacks its best fit. Throw SEOutOfMemory.

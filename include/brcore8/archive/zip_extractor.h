@@ -47,10 +47,13 @@ public:
     int Vet(const SZipReport& report = {});
 
     // Vets, and writes nothing when there is a finding. Else makes `folder` and what leads to it,
-    // then the entries, and files take the time of their entry. A file that is there is replaced,
-    // in one step and only by an entry that was sound to its end; one that fails leaves no file, is
-    // reported, and the others go on, unless the disk failed. Nothing is written through links
-    // below `folder`. Returns the number of findings. The indicator counts compressed bytes.
+    // then the entries. Files and folders take the time of their entry, folders once all is written.
+    // Where files have permissions for owner, group and others, they take those that a Unix system
+    // kept, less what the process keeps from new files; no others (set-user and the like), and a
+    // folder's owner keeps all. A file that is there is replaced, in one step and only by an entry
+    // that was sound to its end; one that fails leaves no file, is reported, and the others go on,
+    // unless the disk failed. Nothing is written through links below `folder`. Returns the number
+    // of findings. The indicator counts compressed bytes.
     int Extract(const SString& folder, const SZipReport& report = {},
                 SProgressIndicatorEx* progress = nullptr);
 

@@ -1,4 +1,5 @@
 #include "platform/files.h"
+#include "platform/posix/times.h"
 
 #include <fcntl.h>
 #include <sys/ioctl.h>
@@ -11,6 +12,12 @@
 #include <utility>
 
 namespace brcore8 {
+namespace {
+
+constexpr mode_t kOwnersFile = 0600;
+constexpr mode_t kOwnersFolder = 0700;
+
+}  // namespace
 
 std::FILE* OpenStream(const char* path, const char* mode) noexcept {
     std::FILE* const stream = std::fopen(path, mode);
@@ -64,9 +71,28 @@ bool IsLink(const char* path) noexcept {
     return lstat(path, &facts) == 0 && S_ISLNK(facts.st_mode);
 }
 
-bool MakeNewFile(const char* path) noexcept {
-    const int descriptor = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+bool MakeNewFile(const char* path, unsigned permissions) noexcept {
+    const int descriptor =
+        open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions | kOwnersFile);
     return descriptor >= 0 && close(descriptor) == 0;
+}
+
+void LimitPermissions(const char* path, unsigned permissions) noexcept {
+    struct stat facts;
+    if (lstat(path, &facts) == 0) chmod(path, facts.st_mode & permissions);
+}
+
+void FinishFolder(const char* path, std::uint64_t fileTime, unsigned permissions) noexcept {
+    const int folder = open(path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (folder < 0) return;
+    if (fileTime != 0) {
+        const FILETIME time{static_cast<DWORD>(fileTime), static_cast<DWORD>(fileTime >> 32)};
+        SetFileTime(reinterpret_cast<HANDLE>(std::intptr_t{folder}), nullptr, nullptr, &time);
+    }
+    struct stat facts;
+    if (fstat(folder, &facts) == 0)
+        fchmod(folder, facts.st_mode & (~mode_t{0777} | permissions | kOwnersFolder));
+    close(folder);
 }
 
 bool IsPlainFileName(std::string_view) noexcept {

@@ -75,10 +75,23 @@ bool IsLink(const char* path) noexcept {
            (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
 
-bool MakeNewFile(const char* path) noexcept {
-    const HANDLE file = CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+bool MakeNewFile(const char* path, unsigned) noexcept {
+    const HANDLE file =
+        CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     return file != INVALID_HANDLE_VALUE && CloseHandle(file);
+}
+
+void LimitPermissions(const char*, unsigned) noexcept {}
+
+void FinishFolder(const char* path, std::uint64_t fileTime, unsigned) noexcept {
+    if (fileTime == 0) return;
+    const HANDLE folder = CreateFileA(
+        path, FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+        FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    if (folder == INVALID_HANDLE_VALUE) return;
+    const FILETIME time{static_cast<DWORD>(fileTime), static_cast<DWORD>(fileTime >> 32)};
+    SetFileTime(folder, nullptr, nullptr, &time);
+    CloseHandle(folder);
 }
 
 // A colon names a stream within a file, and dots and blanks at the end are dropped.
