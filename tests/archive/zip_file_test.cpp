@@ -119,15 +119,18 @@ TEST_F(ZipFile, AcceptsTheRightEndRecord) {
     EXPECT_EQ(Thrown([&] { SZipFile archive(folder_.Path().string().c_str()); }), kNoArchive);
 }
 
+// A number put in the place of another, and what is then thrown; null: nothing.
+struct Lie {
+    const char* name;
+    std::size_t at;
+    std::uint64_t value;
+    int size;
+    const char* text;
+};
+
 TEST_F(ZipFile, ComparesTheEndRecord) {
     const ZipBuilder zip = Two();
-    const struct {
-        const char* name;
-        std::size_t at;
-        std::uint64_t value;
-        int size;
-        const char* thrown;
-    } rows[] = {
+    const Lie rows[] = {
         {"offset too small", 16, 1, 4, "invalid END header format"},
         {"offset and size wrap 32 bits", 16, 0xFFFFFFFF, 4, "invalid END header format"},
         {"size too large", 12, 0x7FFFFFFF, 4, "invalid END header format"},
@@ -140,19 +143,13 @@ TEST_F(ZipFile, ComparesTheEndRecord) {
         std::string bytes = zip.Bytes();
         SetNumber(bytes, zip.EndAt() + row.at, row.value, row.size);
         EXPECT_EQ(OpeningThrows(bytes),
-                  row.thrown != nullptr ? "SEZipException: "s + row.thrown : "");
+                  row.text != nullptr ? "SEZipException: "s + row.text : "");
     }
 }
 
 TEST_F(ZipFile, EndsTheWalkAtADamagedEntry) {
     const ZipBuilder zip = Two();
-    const struct {
-        const char* name;
-        std::size_t at;
-        std::uint64_t value;
-        int size;
-        const char* text;
-    } rows[] = {
+    const Lie rows[] = {
         {"signature", 0, 0x02014B51, 4, "invalid CEN header signature"},
         {"offset beyond the directory", 42, 0x7FFFFFFF, 4, "invalid CEN entry size"},
         {"offset and size wrap 32 bits", 42, 0xFFFFFFFF, 4, "invalid CEN entry size"},
@@ -235,13 +232,7 @@ TEST_F(ZipFile, OpensEntriesInAnyOrderAndTogether) {
 
 TEST_F(ZipFile, OpenComparesEverything) {
     const ZipBuilder zip = Two();
-    const struct {
-        const char* name;
-        std::size_t at;
-        std::uint64_t value;
-        int size;
-        const char* text;
-    } rows[] = {
+    const Lie rows[] = {
         {"local signature", zip.LocalAt(1), 0, 4, "invalid LOC header signature"},
         {"local extra reaches beyond the data", zip.LocalAt(1) + 28, 0xFFFF, 2,
          "invalid entry compressed size"},

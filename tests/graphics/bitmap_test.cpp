@@ -58,12 +58,14 @@ TEST(Bitmap, WritesTheGoldenBytesAndReadsThem) {
     EXPECT_EQ(again, golden);
 }
 
+struct Damaged {
+    const char* name;
+    std::string input;
+    std::string thrown;
+};
+
 TEST(Bitmap, IsReadWholeOrNotAtAll) {
-    const struct {
-        const char* name;
-        std::string input;
-        std::string thrown;
-    } rows[] = {
+    const Damaged rows[] = {
         {"nothing", "", kEnd},
         {"half a header", Header(1, 1, 1).substr(0, 9), kEnd},
         {"no rows", Header(1, 1, 1), kEnd},
@@ -143,11 +145,7 @@ TEST(Icon, WritesTheGoldenBytesAndReadsThem) {
 TEST(Icon, IsReadWholeOrNotAtAll) {
     const std::string mask = Header(2, 2, 1) + "1234";
     const std::string none = Header(0, 0, 0);
-    const struct {
-        const char* name;
-        std::string input;
-        std::string thrown;
-    } rows[] = {
+    const Damaged rows[] = {
         {"nothing", "", kEnd},
         {"no colours", Fields(1) + mask, kEnd},
         {"no mask", Fields(1) + none + mask, kInvalid},

@@ -27,18 +27,20 @@ std::vector<std::string> Names(const SStringTable& table) {
     return names;
 }
 
+struct KeyRow {
+    const char* name;
+    const char* section;
+    const char* key;
+    const char* value;
+};
+
 TEST_F(Profile, ReadsKeys) {
     const std::string file =
         "top=1\n[One]\r\nplain=v\r\n  Spaced  =  two words \t\r\nquoted=\"  q  \"\r\n"
         "single='s'\r\nunpaired=\"x'\r\nlone=\"\r\ntwice=\"\"x\"\"\r\nempty=\r\nnothing\r\n"
         ";remark=1\r\n#no=remark\r\nequals=a=b\r\nbehind=a ; b\r\nplain=second\r\nPLAIN=third\r\n"
         "\r\n[ two ]  behind\n  k = 2\n[One]\nlate=1\n[old]\rk=3\r[b]r]\nk=4\n[open\n[last]\nk=5";
-    const struct {
-        const char* name;
-        const char* section;
-        const char* key;
-        const char* value;
-    } rows[] = {
+    const KeyRow rows[] = {
         {"plain-and-first-of-repeats", "One", "plain", "v"},
         {"without-case", "oNE", "PLAIN", "v"},
         {"blanks-around-the-value", "One", "spaced", "two words"},
@@ -162,12 +164,7 @@ TEST_F(Profile, ListsAndDeletes) {
 }
 
 TEST_F(Profile, RefusesWhatWouldNotReadBack) {
-    const struct {
-        const char* name;
-        const char* section;
-        const char* key;
-        const char* value;
-    } rows[] = {
+    const KeyRow rows[] = {
         {"line-feed-in-value", "s", "k", "a\nx=1"},
         {"return-in-value", "s", "k", "a\rx=1"},
         {"line-feed-in-key", "s", "k\nx", "1"},

@@ -113,13 +113,16 @@ TEST(RtfFontTable, WritesWhatItReadsBack) {
     EXPECT_EQ(table.GetFontTable(), "{\\fonttbl\r\n}\r\n");
 }
 
+// A table merged in: its numbers and ours, and what the table holds besides.
+struct MergeRow {
+    const char* name;
+    const char* text;
+    const char* numbers;
+    const char* table;
+};
+
 TEST(RtfFontTable, MergesByName) {
-    const struct {
-        const char* name;
-        const char* text;
-        const char* numbers;
-        const char* table;
-    } rows[] = {
+    const MergeRow rows[] = {
         {"a name in another case", "{\\fonttbl{\\f4\\froman ARIAL;}}", "4>0 ", ""},
         {"new fonts", "{\\fonttbl{\\f0 Courier;}{\\f9 arial;}{\\f2 Times;}}", "0>1 2>2 9>0 ",
          "1|Courier|\n2|Times|\n"},
@@ -160,12 +163,7 @@ TEST(RtfFontTable, FoldsNamesByTheCodePage) {
 }
 
 TEST(RtfColorTable, CountsPositionsAsBodiesDo) {
-    const struct {
-        const char* name;
-        const char* text;
-        const char* numbers;
-        const char* table;
-    } rows[] = {
+    const MergeRow rows[] = {
         {"automatic first", "{\\colortbl;\\red1;\\red2;}", "0>0 1>1 2>2 ", "1|\\red1\n2|\\red2\n"},
         {"automatic with blanks", "{\\colortbl ;\r\n\\red1 ;}", "0>0 1>1 ", "1|\\red1\n"},
         {"a real colour first", "{\\colortbl\\red1;\\red2;}", "0>1 1>2 ", "1|\\red1\n2|\\red2\n"},
