@@ -8,10 +8,8 @@ namespace {
 
 using Command = CommandTest;
 
-using Row = CommandRow;
-
 TEST_F(Command, PreprocessFollowsDirectives) {
-    const Row rows[] = {
+    ExpectAll({
         {"no-input", "preprocess", "", 0, ""},
         {"words-and-one-space-each", "preprocess", "two  words\n", 0, "two words "},
         {"defined-by-directive", "preprocess", "#define A 1\n#ifdef A\nyes\n#else\nno\n#endif\n", 0,
@@ -28,9 +26,7 @@ TEST_F(Command, PreprocessFollowsDirectives) {
         {"standard-input-by-name", "preprocess -", "x", 0, "x "},
         {"char-of-two-bytes", "preprocess -c ab", "", 2, "", "one byte"},
         {"definition-without-name", "preprocess -D=3", "", 2, "", "name"},
-    };
-    for (const Row& row : rows)
-        Expect(row, Run(row.arguments, row.input));
+    });
 }
 
 TEST_F(Command, PreprocessKeepsEveryByte) {
@@ -45,7 +41,7 @@ TEST_F(Command, PreprocessKeepsEveryByte) {
 }
 
 TEST_F(Command, ConvertReencodesLines) {
-    const Row rows[] = {
+    ExpectAll({
         {"empty", "convert --to utf8", "", 0, ""},
         {"one-byte", "convert --to ansi", "a", 0, "a\r\n"},
         {"line-ends", "convert --to ansi", "a\nb\n\rc\r\nd\r\r\ne\rf\n\n", 0,
@@ -97,15 +93,13 @@ TEST_F(Command, ConvertReencodesLines) {
         {"odd-utf16", "convert --from utf16 --to ansi", "abc", 1, "", "Unexpected end of file"},
         {"lone-surrogate", "convert --from utf16 --to utf8", "\0\xD8"s, 1, "",
          "Unexpected UTF encoding!"},
-    };
-    for (const Row& row : rows)
-        Expect(row, Run(row.arguments, row.input));
+    });
     EXPECT_EQ(Run("convert --to ansi", "\x01\xFF\0\x1A\x81\x8D"s).out,
               "\x01\xFF\0\x1A\x81\x8D\r\n"s);
 }
 
 TEST_F(Command, SortOrdersLines) {
-    const Row rows[] = {
+    ExpectAll({
         {"by-code", "sort", "b\nB\na\n", 0, "B\na\nb\n"},
         {"without-case", "sort -i", "b\nB\na", 0, "a\nB\nb\n"},
         {"numbered", "sort -n", "page10\npage9\npage1\n", 0, "page1\npage9\npage10\n"},
@@ -118,13 +112,11 @@ TEST_F(Command, SortOrdersLines) {
          0,
          "\xC9"
          "a\n\xE9z\n"},
-    };
-    for (const Row& row : rows)
-        Expect(row, Run(row.arguments, row.input));
+    });
 }
 
 TEST_F(Command, MatchFindsLines) {
-    const Row rows[] = {
+    ExpectAll({
         {"stars", "match \"*.t?t\"", "file.txt\nfile.c\n", 0, "file.txt\n"},
         {"escaped", "match \"\\*a\"", "*a\nba\n", 0, "*a\n"},
         {"none", "match x", "a\nb\n", 1, ""},
@@ -132,9 +124,7 @@ TEST_F(Command, MatchFindsLines) {
         {"zero-byte-is-text", "match \"a?b\"", "a\0b\nab"s, 0, "a\0b\n"s},
         {"pattern-after-dashes", "match -- -x", "-x\n", 0, "-x\n"},
         {"no-pattern", "match", "", 2, "", "PATTERN"},
-    };
-    for (const Row& row : rows)
-        Expect(row, Run(row.arguments, row.input));
+    });
 }
 
 TEST_F(Command, TellsAboutItself) {
@@ -143,7 +133,7 @@ TEST_F(Command, TellsAboutItself) {
     EXPECT_NE(Run("version").out.find("platform: "), std::string::npos);
     EXPECT_EQ(Run("help").out, Run("--help").out);
     EXPECT_EQ(Run("help sort").out, Run("sort --help").out);
-    const Row rows[] = {
+    ExpectAll({
         {"no-command", "", "", 2, "", "Usage"},
         {"unknown-command", "frobnicate", "", 2, "", "Usage"},
         {"unknown-option", "sort --frobnicate", "", 2, "", "Usage: brcore8 sort"},
@@ -159,9 +149,7 @@ TEST_F(Command, TellsAboutItself) {
         {"a-folder", "sort .", "", 1, "", "brcore8: .: Can't open for reading"},
         {"no-such-target-folder", "convert --to ansi -o no/where", "x", 1, "",
          "brcore8: no/where: Can't open for writing"},
-    };
-    for (const Row& row : rows)
-        Expect(row, Run(row.arguments, row.input));
+    });
 }
 
 TEST_F(Command, OutputIsWrittenOnlyWhenItChanges) {

@@ -8,7 +8,7 @@ namespace {
 using Lists = CommandTest;
 
 TEST_F(Lists, ListParsePrintsItems) {
-    const CommandRow rows[] = {
+    ExpectAll({
         {"items", "list parse \"a;b c;;d\"", "", 0, "a\nb c\nd\n"},
         {"empty", "list parse \"\"", "", 0, ""},
         {"a leading separator", "list parse \";a\"", "", 0, "\na\n"},
@@ -23,13 +23,11 @@ TEST_F(Lists, ListParsePrintsItems) {
         {"long escape", "list parse -e xy a", "", 2, "", "--escape: one character is wanted"},
         {"no part", "list", "", 2, "", "Usage: brcore8 list"},
         {"unknown part", "list sort", "", 2, "", "Usage: brcore8 list"},
-    };
-    for (const CommandRow& row : rows)
-        Expect(row, Run(row.arguments, row.input));
+    });
 }
 
 TEST_F(Lists, ListFormatMakesAList) {
-    const CommandRow rows[] = {
+    ExpectAll({
         {"lines", "list format", "a\nb;c\r\nd\\", 0, "a;b\\;c;d\\\\\n"},
         {"nothing", "list format", "", 0, "\n"},
         {"by name", "list format -", "a", 0, "a\n"},
@@ -45,13 +43,11 @@ TEST_F(Lists, ListFormatMakesAList) {
         {"two characters", "list format -s ab", "", 2, "", "--separator: one character is wanted"},
         {"no separator", "list format -s \"\"", "", 2, "", "--separator: one character is wanted"},
         {"no such file", "list format nowhere", "", 1, "", "brcore8: nowhere: Can't open"},
-    };
-    for (const CommandRow& row : rows)
-        Expect(row, Run(row.arguments, row.input));
+    });
 }
 
 TEST_F(Lists, MapParsePrintsPairs) {
-    const CommandRow rows[] = {
+    ExpectAll({
         {"pairs in key order", "map parse \"b=1;a=2\"", "", 0, "a\t2\nb\t1\n"},
         {"made keys", "map parse \"x;y\"", "", 0, "1\tx\n2\ty\n"},
         {"first of a value only", "map parse \"k=v=w\"", "", 0, "k\tv=w\n"},
@@ -73,14 +69,12 @@ TEST_F(Lists, MapParsePrintsPairs) {
         {"index beyond an int", "map parse --first 2147483648 x", "", 2, "", "--first"},
         {"assignment of two", "map parse -a == x", "", 2, "", "--assign: one character is wanted"},
         {"no text", "map parse", "", 2, "", "TEXT"},
-    };
-    for (const CommandRow& row : rows)
-        Expect(row, Run(row.arguments, row.input));
+    });
 }
 
 TEST_F(Lists, ScanPrintsTokens) {
     WriteFile("keys", "if\n\nthen\n&\nIf\n\xE9");
-    const CommandRow rows[] = {
+    ExpectAll({
         {"keywords and runs", "scan -k keys", "IF (a + b)\nTHEN c", 0,
          "1\tIF\n-1\ta+b\n3\tTHEN\n-1\tc\n"},
         {"a keyword of one character", "scan -k keys", "a&\xC9", 0, "-1\ta\n4\t&\n6\t\xC9\n"},
@@ -94,9 +88,7 @@ TEST_F(Lists, ScanPrintsTokens) {
          "1\tif\n-1\tthen&\n1\tIf\n-1\t\xE9\n"},
         {"no keywords", "scan", "", 2, "", "--keywords"},
         {"no such file", "scan -k nowhere", "", 1, "", "brcore8: nowhere: Can't open"},
-    };
-    for (const CommandRow& row : rows)
-        Expect(row, Run(row.arguments, row.input));
+    });
 }
 
 }  // namespace

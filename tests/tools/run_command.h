@@ -73,6 +73,13 @@ protected:
         return {status > 255 ? status >> 8 : status, ReadFile("stdout"), ReadFile("stderr")};
     }
 
+    // Runs each row's command line on its input.
+    template <std::size_t Count>
+    void ExpectAll(const CommandRow (&rows)[Count]) const {
+        for (const CommandRow& row : rows)
+            Expect(row, Run(row.arguments, row.input));
+    }
+
 private:
     std::filesystem::path home_;
     std::filesystem::path folder_;

@@ -27,7 +27,7 @@ private:
 
 TEST_F(Settings, ValuesAreWrittenReadAndDeleted) {
     const std::string tooLong = "settings set \"Tool test\\" + std::string(300, 'x') + "\" n 1";
-    const CommandRow rows[] = {
+    ExpectAll({
         {"no store yet", "settings get \"Tool test\" a", "", 1, "",
          "brcore8: Tool test: there is no such key"},
         {"text", "settings set \"Tool test\\Sub\" Name \"Tahoma 8\"", "", 0, ""},
@@ -55,16 +55,14 @@ TEST_F(Settings, ValuesAreWrittenReadAndDeleted) {
         {"too long a key name", tooLong.c_str(), "", 1, "", "it could not be written"},
         {"no part", "settings", "", 2, "", "Usage: brcore8 settings"},
         {"no value given", "settings set \"Tool test\" n", "", 2, "", "VALUE"},
-    };
-    for (const CommandRow& row : rows)
-        Expect(row, Run(row.arguments));
+    });
 }
 
 TEST_F(Settings, DeletingRepeatsUntilTheKeyIsGone) {
     for (const char* key : {"k\\1", "k\\2\\a", "k\\2\\b", "k\\3", "k\\4\\x\\y", "k\\5", "other"})
         Run("settings set \"Tool test\\" + std::string(key) + "\" v 1");
     Run("settings set \"Tool test\" k \"a value of the same name\"");
-    const CommandRow rows[] = {
+    ExpectAll({
         {"empty name", "settings delete -r \"Tool test\" \"\"", "", 1, "", "no such value or key"},
         {"only backslashes", "settings delete -r \"Tool test\" \\\\", "", 1, "", "no such value"},
         {"missing", "settings delete -r \"Tool test\" none", "", 1, "", "no such value or key"},
@@ -72,9 +70,7 @@ TEST_F(Settings, DeletingRepeatsUntilTheKeyIsGone) {
         {"the others stay", "settings list \"Tool test\"", "", 0, "key\tother\n"},
         {"by path", "settings delete -r \"\" \"Tool test\\other\"", "", 0, ""},
         {"nothing left", "settings list \"Tool test\"", "", 0, ""},
-    };
-    for (const CommandRow& row : rows)
-        Expect(row, Run(row.arguments));
+    });
 }
 
 }  // namespace
