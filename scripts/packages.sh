@@ -15,6 +15,8 @@ googletest /usr/src/googletest/CMakeLists.txt
 gdb gdb
 libfmt-dev /usr/include/fmt/format.h
 pkg-config pkg-config
+unzip unzip
+zip zip
 '
 needs_all='
 ccache ccache
