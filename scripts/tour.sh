@@ -65,6 +65,20 @@ tour_preprocess() {
     sed -n '/^brcore8: /p' "$reports/first" | head -n 3
 }
 
+# Work that takes long enough for the bar that a terminal shows meanwhile.
+tour_long_work() {
+    local text=$root/build/tour/long.txt result=$root/build/tour/long.out
+    find /usr/include -name '*.h' -type f -print0 | LC_ALL=C sort -z |
+        { xargs -0 cat 2>/dev/null || true; } | head -c 100000000 >"$text" || true
+    echo
+    echo "On the first $(($(wc -c <"$text") / 1000000)) MB of all C headers of this machine:"
+    timed "$brcore8" match '#include*<*>*' "$text" >"$result"
+    line_of "match '#include*<*>*'" "$(wc -l <"$result") lines match"
+    timed "$brcore8" convert --from ansi --to utf16 "$text" >"$result"
+    line_of "convert --from ansi --to utf16" "$(wc -c <"$result") bytes"
+    rm "$text" "$result"
+}
+
 tour_other_commands() {
     local text=$root/build/tour/all.txt sorted=$root/build/tour/sorted.txt
     local found=$root/build/tour/found.txt wide=$root/build/tour/wide.txt ini=$root/build/tour/sizes.ini
@@ -111,12 +125,32 @@ merge_documents() {
 }
 
 tour_documents() {
-    local documents=("$root"/tests/text/documents/*.rtf) merged=$root/build/tour/merged.rtf fonts
+    local documents=("$root"/tests/text/documents/*.rtf) fonts
+    local merged=$root/build/tour/merged.rtf text=$root/build/tour/merged.txt
     echo
     echo "On RTF documents in the manner of many writers:"
     timed merge_documents "$merged" "${documents[@]}"
     fonts=$("$brcore8" rtf fonts "$merged" | wc -l)
     line_of "rtf merge" "${#documents[@]} documents are one, with $fonts fonts"
+    timed "$brcore8" rtf text "$merged" >"$text" 2>"$text.lost"
+    line_of "rtf text" "$(wc -l <"$text") lines, $(wc -w <"$text") words"
+    sed 's/^/  /' "$text.lost"
+}
+
+# What it packs: headers that no two of differ in case alone, which would be refused.
+tour_archives() {
+    local archive=$root/build/tour/headers.zip out=$root/build/tour/extracted
+    local found=$root/build/tour/found.txt
+    (cd /usr/include && cmake -E tar cf "$archive" --format=zip c++)
+    echo
+    echo "On an archive of $(wc -c <"$archive") bytes, the C++ headers:"
+    timed "$brcore8" zip list --tsv "$archive" >"$found"
+    line_of "zip list --tsv" "$(wc -l <"$found") entries, the largest $(cut -f 4 "$found" | sort -n | tail -1) bytes"
+    timed "$brcore8" zip test "$archive" >"$found"
+    line_of "zip test" "$(cat "$found")"
+    timed "$brcore8" zip extract "$archive" -d "$out"
+    diff -r /usr/include/c++ "$out/c++"
+    line_of "zip extract" "$(find "$out" -type f | wc -l) files, the same as those packed"
 }
 
 tour() {
@@ -132,7 +166,9 @@ tour() {
     echo "defined, and the result written, but only where it differs from what is there already."
     tour_preprocess
     tour_other_commands
+    tour_archives
     tour_documents
+    tour_long_work
     echo
     echo "Results: $tour_target"
     echo "Go on with:  ./run help"
