@@ -3,6 +3,8 @@
 #ifndef BRCORE8_BRCORE8_H
 #define BRCORE8_BRCORE8_H
 
+#include <brcore8/app/frame_wnd.h>
+#include <brcore8/app/win_app.h>
 #include <brcore8/archive/crc32.h>
 #include <brcore8/archive/inflater.h>
 #include <brcore8/archive/inflater_stream.h>
@@ -30,6 +32,7 @@
 #include <brcore8/core/trace.h>
 #include <brcore8/core/version.h>
 #include <brcore8/graphics/bitmap.h>
+#include <brcore8/graphics/dc.h>
 #include <brcore8/graphics/font.h>
 #include <brcore8/graphics/gdi_object.h>
 #include <brcore8/graphics/icon.h>
@@ -40,6 +43,12 @@
 #include <brcore8/platform/resources.h>
 #include <brcore8/platform/threads.h>
 #include <brcore8/platform/types.h>
+#include <brcore8/platform/windows.h>
+#include <brcore8/routing/cmd_target.h>
+#include <brcore8/routing/cmd_ui.h>
+#include <brcore8/routing/message_kinds.h>
+#include <brcore8/routing/message_map.h>
+#include <brcore8/routing/message_rows.h>
 #include <brcore8/settings/command_line.h>
 #include <brcore8/settings/profile.h>
 #include <brcore8/settings/registry.h>
@@ -78,5 +87,8 @@
 #include <brcore8/text/rtf_tables.h>
 #include <brcore8/text/scanner.h>
 #include <brcore8/text/symbol_table.h>
+#include <brcore8/window/handle_map.h>
+#include <brcore8/window/menu.h>
+#include <brcore8/window/wnd.h>
 
 #endif

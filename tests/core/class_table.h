@@ -35,7 +35,14 @@ inline constexpr ClassRow kLibraryClasses[] = {
     {"SOutputStringStream", "SOutputFilterStream", 0, false},
     {"SOutputBinaryStream", "SOutputFilterStream", 0, false},
     {"SDataOutputStream", "SOutputFilterStream", 0, false},
+    // Windows.
+    {"SCmdTarget", "SObject", 2, true},
+    {"SWinApp", "SCmdTarget", 2, true},
+    {"SWnd", "SCmdTarget", 2, true},
+    {"SFrameWnd", "SWnd", 2, true},
+    {"SMenu", "SObject", 2, true},
     // Drawing.
+    {"SDC", "SObject", 2, false},
     {"SGdiObject", "SObject", 1, true},
     {"SFont", "SGdiObject", 2, true},
     {"SBitmap", "SGdiObject", 2, true},

@@ -59,6 +59,9 @@ bool CopyIdentity(const char* from, const char* to) {
     return true;
 }
 
+// The platform's own codes share errno, above every error of the system.
+constexpr int kPlatformCodes = 0x10000;
+
 // Makes the change of a name in its folder last. A folder that cannot be opened cannot be flushed.
 void FlushFolderOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
@@ -72,6 +75,7 @@ void FlushFolderOf(const std::string& path) {
 }  // namespace
 
 DWORD GetLastError() noexcept {
+    if (errno >= kPlatformCodes) return static_cast<DWORD>(errno - kPlatformCodes);
     switch (errno) {
         case EACCES:
         case EPERM:
@@ -90,8 +94,8 @@ DWORD GetLastError() noexcept {
     }
 }
 
-void SetLastError(DWORD) noexcept {
-    errno = 0;
+void SetLastError(DWORD code) noexcept {
+    errno = kPlatformCodes + static_cast<int>(code & 0xFFFF);
 }
 
 HANDLE CreateFileA(const char* path, DWORD access, DWORD, void*, DWORD disposition, DWORD,

@@ -4,11 +4,10 @@
 #ifndef BRCORE8_PLATFORM_POSIX_FILES_H
 #define BRCORE8_PLATFORM_POSIX_FILES_H
 
+#include <brcore8/platform/posix/last_error.h>
+
 #include <cstdint>
 
-using BOOL = int;
-using DWORD = std::uint32_t;
-using HANDLE = void*;
 union LARGE_INTEGER {
     std::int64_t QuadPart;
 };
@@ -33,19 +32,6 @@ constexpr DWORD FILE_CURRENT = 1;
 constexpr DWORD FILE_END = 2;
 constexpr DWORD MOVEFILE_REPLACE_EXISTING = 1;
 constexpr DWORD MOVEFILE_WRITE_THROUGH = 8;
-
-constexpr DWORD ERROR_ACCESS_DENIED = 5;
-constexpr DWORD ERROR_NOT_SAME_DEVICE = 17;
-constexpr DWORD ERROR_GEN_FAILURE = 31;
-constexpr DWORD ERROR_SHARING_VIOLATION = 32;
-constexpr DWORD ERROR_FILE_EXISTS = 80;
-constexpr DWORD ERROR_BUSY = 170;
-
-// Why the last operation of this thread failed: no permission, the file exists, it is in use, it
-// is on another device; everything else is ERROR_GEN_FAILURE.
-DWORD GetLastError() noexcept;
-// Makes the next answer ERROR_GEN_FAILURE, the one code that is accepted.
-void SetLastError(DWORD code) noexcept;
 
 // Opens or makes a file. Folders are refused. A file made with CREATE_NEW can be read and written
 // by its owner alone until ReplaceFileA gives it another's permissions.

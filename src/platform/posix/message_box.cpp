@@ -1,8 +1,8 @@
-#include "platform/posix/message_box.h"
+#include <brcore8/platform/posix/window_calls.h>
 
 #include <cstdio>
 
-int MessageBoxA(void*, const char* text, const char* caption, unsigned) {
+int MessageBoxA(HWND, const char* text, const char* caption, UINT) {
     std::fprintf(stderr, "%s: %s\n", caption, text);
     return 1;
 }

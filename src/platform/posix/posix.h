@@ -3,6 +3,7 @@
 #ifndef BRCORE8_PLATFORM_POSIX_POSIX_H
 #define BRCORE8_PLATFORM_POSIX_POSIX_H
 
+#include <brcore8/platform/posix/window_calls.h>
 #include <brcore8/platform/types.h>
 
 #include "platform/posix/bitmaps.h"
@@ -12,7 +13,6 @@
 #include "platform/posix/gdi.h"
 #include "platform/posix/global.h"
 #include "platform/posix/libraries.h"
-#include "platform/posix/message_box.h"
 #include "platform/posix/messages.h"
 #include "platform/posix/probes.h"
 #include "platform/posix/profile.h"

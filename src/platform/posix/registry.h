@@ -37,18 +37,6 @@ constexpr DWORD REG_BINARY = 3;
 constexpr DWORD REG_DWORD = 4;
 constexpr DWORD REG_DWORD_BIG_ENDIAN = 5;
 
-constexpr LSTATUS ERROR_SUCCESS = 0;
-constexpr LSTATUS ERROR_FILE_NOT_FOUND = 2;
-constexpr LSTATUS ERROR_INVALID_HANDLE = 6;
-constexpr LSTATUS ERROR_NOT_ENOUGH_MEMORY = 8;
-constexpr LSTATUS ERROR_INVALID_PARAMETER = 87;
-constexpr LSTATUS ERROR_DISK_FULL = 112;
-constexpr LSTATUS ERROR_MORE_DATA = 234;
-constexpr LSTATUS ERROR_NO_MORE_ITEMS = 259;
-constexpr LSTATUS ERROR_BADDB = 1009;               // the file is no store, or damaged
-constexpr LSTATUS ERROR_REGISTRY_IO_FAILED = 1016;  // the disk refuses
-constexpr LSTATUS ERROR_KEY_DELETED = 1018;
-
 // Opens the key `path` below `key`, or `key` once more when the path is null or empty. Backslashes
 // at the end of the path do not count.
 LSTATUS RegOpenKeyExA(HKEY key, const char* path, DWORD options, REGSAM access,

@@ -1,0 +1,13 @@
+#include "app/idle_maps.h"
+
+#include <brcore8/graphics/dc.h>
+#include <brcore8/window/menu.h>
+#include <brcore8/window/wnd.h>
+
+void brcore8::DeleteTempMaps() {
+    // A destructor that runs an idle pass of its own finds the maps held.
+    if (SHandleMapLock::GetCount() > 0) return;
+    SWnd::DeleteTempMap();
+    SMenu::DeleteTempMap();
+    SDC::DeleteTempMap();
+}

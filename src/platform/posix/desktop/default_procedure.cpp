@@ -1,0 +1,124 @@
+// What windows do by themselves.
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/posix/desktop/desktop.h"
+
+using namespace brcore8::desktop;
+
+namespace {
+
+LRESULT GiveText(const Window& window, std::size_t size, char* out) {
+    if (size == 0 || out == nullptr) return 0;
+    const std::size_t length = std::min(window.text.size(), size - 1);
+    std::memcpy(out, window.text.data(), length);
+    out[length] = '\0';
+    return static_cast<LRESULT>(length);
+}
+
+// The place changed: windows that do not look at it themselves learn of moves and sizes.
+void TellPlace(HWND handle, const WINDOWPOS& pos) {
+    const Window* window = Find(handle);
+    if (window == nullptr) return;
+    const RECT client = window->client;
+    const UINT how = (window->style & WS_MINIMIZE) != 0   ? SIZE_MINIMIZED
+                     : (window->style & WS_MAXIMIZE) != 0 ? SIZE_MAXIMIZED
+                                                          : SIZE_RESTORED;
+    if ((pos.flags & SWP_NOMOVE) == 0)
+        SendMessageA(handle, WM_MOVE, 0, MAKELPARAM(client.left, client.top));
+    if ((pos.flags & SWP_NOSIZE) == 0 && Find(handle) != nullptr)
+        SendMessageA(handle, WM_SIZE, how, MAKELPARAM(Width(client), Height(client)));
+}
+
+LRESULT RunSystemCommand(HWND handle, UINT command) {
+    switch (command & 0xFFF0) {
+        case SC_CLOSE:
+            SendMessageA(handle, WM_CLOSE, 0, 0);
+            break;
+        case SC_MINIMIZE:
+            ShowWindow(handle, SW_MINIMIZE);
+            break;
+        case SC_MAXIMIZE:
+            ShowWindow(handle, SW_SHOWMAXIMIZED);
+            break;
+        case SC_RESTORE:
+            ShowWindow(handle, SW_RESTORE);
+            break;
+        default:
+            break;
+    }
+    return 0;
+}
+
+HWND ParentOfChild(const Window& window) noexcept {
+    return IsTopLevel(window) ? nullptr : window.parent->handle;
+}
+
+// The parent chooses the cursor first, then the class.
+LRESULT ChooseCursor(const Window& window, WPARAM wParam, LPARAM lParam) {
+    const HWND parent = ParentOfChild(window);
+    const HCURSOR own = window.windowClass != nullptr ? window.windowClass->info.hCursor : nullptr;
+    if (parent != nullptr && SendMessageA(parent, WM_SETCURSOR, wParam, lParam) != 0) return 1;
+    if (LOWORD(lParam) == HTCLIENT && own == nullptr) return 0;
+    SetCursor(LOWORD(lParam) == HTCLIENT ? own : LoadCursorA(nullptr, IDC_ARROW));
+    return LOWORD(lParam) == HTCLIENT ? 0 : 1;
+}
+
+}  // namespace
+
+LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+    Window* const window = Find(handle);
+    if (window == nullptr) return 0;
+    switch (message) {
+        case WM_NCCREATE: {
+            const auto* const create = reinterpret_cast<const CREATESTRUCTA*>(lParam);
+            if (create->lpszName != nullptr) window->text = create->lpszName;
+            return 1;
+        }
+        case WM_SETTEXT:
+            window->text = lParam != 0 ? reinterpret_cast<const char*>(lParam) : "";
+            return 1;
+        case WM_GETTEXT:
+            return GiveText(*window, wParam, reinterpret_cast<char*>(lParam));
+        case WM_GETTEXTLENGTH:
+            return static_cast<LRESULT>(window->text.size());
+        case WM_CLOSE:
+            DestroyWindow(handle);
+            return 0;
+        case WM_QUERYENDSESSION:
+        case WM_QUERYOPEN:
+            return 1;
+        case WM_WINDOWPOSCHANGED:
+            TellPlace(handle, *reinterpret_cast<const WINDOWPOS*>(lParam));
+            return 0;
+        case WM_PAINT:
+            ValidateRect(handle, nullptr);
+            return 0;
+        case WM_SYSCOMMAND:
+            return RunSystemCommand(handle, static_cast<UINT>(wParam));
+        case WM_NCHITTEST: {
+            POINT point{static_cast<std::int16_t>(LOWORD(static_cast<WPARAM>(lParam))),
+                        static_cast<std::int16_t>(HIWORD(static_cast<WPARAM>(lParam)))};
+            ScreenToClient(handle, &point);
+            const RECT client{0, 0, Width(window->client), Height(window->client)};
+            return PtInRect(&client, point) ? HTCLIENT : HTBORDER;
+        }
+        case WM_MOUSEACTIVATE: {
+            const HWND parent = ParentOfChild(*window);
+            return parent != nullptr ? SendMessageA(parent, message, wParam, lParam) : MA_ACTIVATE;
+        }
+        case WM_ACTIVATE:
+            if (LOWORD(wParam) != WA_INACTIVE && !IsIconic(handle)) SetFocus(handle);
+            return 0;
+        case WM_SETCURSOR:
+            return ChooseCursor(*window, wParam, lParam);
+        case WM_MOUSEWHEEL:
+        case WM_CONTEXTMENU: {
+            const HWND parent = ParentOfChild(*window);
+            return parent != nullptr ? SendMessageA(parent, message, wParam, lParam) : 0;
+        }
+        default:
+            return 0;
+    }
+}

@@ -1,0 +1,113 @@
+// The desktop of systems that have none: windows, their classes and threads. The calls of
+// brcore8/platform/posix/window_calls.h work on it.
+//
+// Threads: a window is its thread's alone. The table of windows, the classes and the queues of
+// messages are everyone's, under one lock that is never held while a program's code runs.
+#ifndef BRCORE8_PLATFORM_POSIX_DESKTOP_DESKTOP_H
+#define BRCORE8_PLATFORM_POSIX_DESKTOP_DESKTOP_H
+
+#include <brcore8/platform/posix/window_calls.h>
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace brcore8::desktop {
+
+struct Thread;
+
+struct WindowClass {
+    std::string name;  // as registered; found in any case
+    WNDCLASSEXA info;
+    ATOM atom;
+    int windows = 0;  // that live
+};
+
+// A window. Siblings are linked from the topmost down.
+struct Window {
+    HWND handle = nullptr;
+    WindowClass* windowClass = nullptr;
+    Thread* thread = nullptr;
+    WNDPROC procedure = nullptr;
+    std::string text;
+    DWORD style = 0;
+    DWORD exStyle = 0;
+    LONG_PTR id = 0;  // of a child
+    HMENU menu = nullptr;
+    LONG_PTR userData = 0;
+    HINSTANCE instance = nullptr;
+    HFONT font = nullptr;
+    std::vector<char> extra;
+
+    Window* parent = nullptr;  // null for the desktop window alone
+    Window* owner = nullptr;   // of top-level windows
+    Window* firstChild = nullptr;
+    Window* above = nullptr;
+    Window* below = nullptr;
+
+    RECT rect{};      // in the parent's client area; of a top-level window on the screen
+    RECT client{};    // likewise
+    RECT restored{};  // where a minimised or maximised window goes back to
+    RECT update{};    // of the client area, what is to be painted; empty when nothing is
+    bool erase = false;
+    bool isDestroyed = false;  // it got WM_DESTROY, or will
+    bool wasSized = false;     // it got its first WM_SIZE
+};
+
+inline bool IsTopLevel(const Window& window) noexcept {
+    return (window.style & WS_CHILD) == 0;
+}
+
+inline int Width(const RECT& rect) noexcept {
+    return rect.right - rect.left;
+}
+
+inline int Height(const RECT& rect) noexcept {
+    return rect.bottom - rect.top;
+}
+
+// Guards what threads share.
+std::recursive_mutex& Lock() noexcept;
+
+// The window of a handle, or null with ERROR_INVALID_WINDOW_HANDLE.
+Window* Find(HWND handle) noexcept;
+// The root of all windows, as large as the screen.
+Window& Root() noexcept;
+// A new window without a place in the tree; null when there are 65,000 already.
+Window* NewWindow();
+// Ends a window that is in no tree.
+void FreeWindow(Window* window) noexcept;
+// Every window of the table, for what concerns all.
+std::vector<HWND> AllWindows();
+
+// The class of that name or atom for a module, or null.
+WindowClass* FindClass(HINSTANCE instance, const char* name) noexcept;
+
+// --- The tree -----------------------------------------------------------------------------------
+
+void Unlink(Window& window) noexcept;
+// Links it as a child of `parent` under the sibling `after`; null is on top.
+void Link(Window& window, Window& parent, Window* after) noexcept;
+// Under all its siblings.
+void LinkLast(Window& window, Window& parent) noexcept;
+// Where the window's client area begins on the screen.
+POINT ClientOrigin(const Window& window) noexcept;
+// The client area of a window whose place is `rect`.
+RECT ClientOf(const Window& window, const RECT& rect) noexcept;
+bool IsShown(const Window& window) noexcept;
+
+// --- Messages -----------------------------------------------------------------------------------
+
+// Calls the procedure in the window's own thread, which this is. 0 for a window that is gone.
+LRESULT Call(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+// Asks the thread's creation hooks; non-zero refuses.
+LRESULT CallHooks(int code, WPARAM wParam, LPARAM lParam);
+// The window is going: its messages and timers leave the queues, and focus and capture leave it.
+void ForgetWindow(Window& window) noexcept;
+// Wakes a thread that waits for messages.
+void Wake(Thread& thread) noexcept;
+
+}  // namespace brcore8::desktop
+
+#endif

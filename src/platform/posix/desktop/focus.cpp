@@ -1,0 +1,132 @@
+// Who has the keyboard and the mouse.
+
+#include "platform/posix/desktop/thread.h"
+
+using namespace brcore8::desktop;
+
+namespace {
+
+bool CanTake(HWND handle) noexcept {
+    for (const Window* at = Find(handle); at != nullptr; at = at->parent)
+        if ((at->style & WS_DISABLED) != 0 || at->isDestroyed) return false;
+    return true;
+}
+
+HWND TopOf(HWND handle) noexcept {
+    return GetAncestor(handle, GA_ROOT);
+}
+
+POINT g_cursorPoint{};
+HCURSOR g_cursor = nullptr;
+
+}  // namespace
+
+HWND SetActiveWindow(HWND handle) {
+    Thread& thread = ThisThread();
+    const HWND old = thread.active;
+    if (handle == old) return old;
+    if (handle != nullptr && (Find(handle) == nullptr || !CanTake(handle))) return nullptr;
+    thread.active = handle;
+    if (old != nullptr)
+        SendMessageA(old, WM_ACTIVATE, WA_INACTIVE, reinterpret_cast<LPARAM>(handle));
+    if (handle != nullptr && thread.active == handle)
+        SendMessageA(handle, WM_ACTIVATE, WA_ACTIVE, reinterpret_cast<LPARAM>(old));
+    return old;
+}
+
+HWND GetActiveWindow() noexcept {
+    return ThisThread().active;
+}
+
+BOOL SetForegroundWindow(HWND handle) {
+    if (Find(handle) == nullptr) return 0;
+    BringWindowToTop(handle);
+    SetActiveWindow(handle);
+    return 1;
+}
+
+HWND GetForegroundWindow() noexcept {
+    return ThisThread().active;
+}
+
+HWND SetFocus(HWND handle) {
+    Thread& thread = ThisThread();
+    const HWND old = thread.focus;
+    if (handle == old) return old;
+    if (handle != nullptr && (Find(handle) == nullptr || !CanTake(handle))) return nullptr;
+    if (handle != nullptr && TopOf(handle) != thread.active) {
+        SetActiveWindow(TopOf(handle));
+        if (thread.focus == handle) return old;
+    }
+    thread.focus = handle;
+    if (old != nullptr) SendMessageA(old, WM_KILLFOCUS, reinterpret_cast<WPARAM>(handle), 0);
+    if (handle != nullptr && thread.focus == handle)
+        SendMessageA(handle, WM_SETFOCUS, reinterpret_cast<WPARAM>(old), 0);
+    return old;
+}
+
+HWND GetFocus() noexcept {
+    return ThisThread().focus;
+}
+
+HWND SetCapture(HWND handle) {
+    Thread& thread = ThisThread();
+    if (handle != nullptr && Find(handle) == nullptr) return nullptr;
+    const HWND old = thread.capture;
+    thread.capture = handle;
+    if (old != nullptr && old != handle)
+        SendMessageA(old, WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(handle));
+    return old;
+}
+
+BOOL ReleaseCapture() {
+    SetCapture(nullptr);
+    return 1;
+}
+
+HWND GetCapture() noexcept {
+    return ThisThread().capture;
+}
+
+short GetKeyState(int key) noexcept {
+    return key >= 0 && key < 256 ? ThisThread().keys[key] : short{0};
+}
+
+// --- The mouse
+// ------------------------------------------------------------------------------------
+
+BOOL GetCursorPos(POINT* point) noexcept {
+    const std::lock_guard guard(Lock());
+    *point = g_cursorPoint;
+    return 1;
+}
+
+BOOL SetCursorPos(int x, int y) noexcept {
+    const std::lock_guard guard(Lock());
+    g_cursorPoint = {x, y};
+    return 1;
+}
+
+HCURSOR SetCursor(HCURSOR cursor) noexcept {
+    const std::lock_guard guard(Lock());
+    const HCURSOR old = g_cursor;
+    g_cursor = cursor;
+    return old;
+}
+
+HCURSOR GetCursor() noexcept {
+    const std::lock_guard guard(Lock());
+    return g_cursor;
+}
+
+// The platform's cursors are known by their numbers.
+HCURSOR LoadCursorA(HINSTANCE module, const char* name) noexcept {
+    const auto number = reinterpret_cast<std::uintptr_t>(name);
+    const bool isKnown =
+        (number >= 32512 && number <= 32515) || (number >= 32642 && number <= 32649);
+    if (module != nullptr || !isKnown) {
+        SetLastError(ERROR_INVALID_CURSOR_HANDLE);
+        return nullptr;
+    }
+    return reinterpret_cast<HCURSOR>(0x10000 + number);
+}

@@ -1,0 +1,251 @@
+// Messages: sent, posted, waited for, and handed to their windows.
+
+#include <algorithm>
+
+#include "platform/posix/desktop/thread.h"
+
+namespace brcore8::desktop {
+
+LRESULT Call(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+    const Window* const window = Find(handle);
+    return window != nullptr ? window->procedure(handle, message, wParam, lParam) : 0;
+}
+
+void ForgetWindow(Window& window) noexcept {
+    const std::lock_guard guard(Lock());
+    Thread& thread = *window.thread;
+    const HWND handle = window.handle;
+    const auto isIts = [handle](const MSG& message) { return message.hwnd == handle; };
+    std::erase_if(thread.posted, isIts);
+    std::erase_if(thread.input, isIts);
+    std::erase_if(thread.timers, [handle](const Timer& timer) { return timer.window == handle; });
+    for (HWND* const place : {&thread.focus, &thread.active, &thread.capture})
+        if (*place == handle) *place = nullptr;
+}
+
+}  // namespace brcore8::desktop
+
+using namespace brcore8::desktop;
+
+namespace {
+
+constexpr std::size_t kMostPosted = 10000;
+
+POINT CursorPoint() noexcept {
+    POINT point{};
+    GetCursorPos(&point);
+    return point;
+}
+
+bool Matches(const MSG& message, HWND window, UINT first, UINT last) noexcept {
+    const bool isAnyMessage = first == 0 && last == 0;
+    if (!isAnyMessage && (message.message < first || message.message > last)) return false;
+    const auto onlyThreads = reinterpret_cast<HWND>(std::intptr_t{-1});
+    if (window == onlyThreads) return message.hwnd == nullptr;
+    return window == nullptr || message.hwnd == window || IsChild(window, message.hwnd);
+}
+
+bool Take(std::deque<MSG>& queue, MSG& out, HWND window, UINT first, UINT last, bool remove) {
+    for (auto at = queue.begin(); at != queue.end(); ++at) {
+        if (!Matches(*at, window, first, last)) continue;
+        out = *at;
+        if (remove) queue.erase(at);
+        return true;
+    }
+    return false;
+}
+
+// The first window of the thread that has something to paint, parents before children.
+bool TakePaint(const Thread& thread, MSG& out, HWND window, UINT first, UINT last) {
+    for (const HWND handle : AllWindows()) {
+        const Window* const each = Find(handle);
+        if (each == nullptr || each->thread != &thread || IsRectEmpty(&each->update) ||
+            !IsShown(*each))
+            continue;
+        out = {handle, WM_PAINT, 0, 0, GetTickCount(), CursorPoint()};
+        if (Matches(out, window, first, last)) return true;
+    }
+    return false;
+}
+
+bool TakeTimer(Thread& thread, MSG& out, HWND window, UINT first, UINT last, bool remove) {
+    const std::uint64_t now = Milliseconds();
+    for (Timer& timer : thread.timers) {
+        if (timer.due > now) continue;
+        out = {timer.window,
+               WM_TIMER,
+               timer.id,
+               reinterpret_cast<LPARAM>(timer.procedure),
+               static_cast<DWORD>(now),
+               CursorPoint()};
+        if (!Matches(out, window, first, last)) continue;
+        if (remove) timer.due = now + timer.interval;
+        return true;
+    }
+    return false;
+}
+
+// Runs what other threads sent; under the lock, which is let go meanwhile.
+void AnswerSent(Thread& thread, std::unique_lock<std::recursive_mutex>& lock) {
+    while (!thread.sent.empty()) {
+        SentMessage* const sent = thread.sent.front();
+        thread.sent.pop_front();
+        const MSG message = sent->message;
+        lock.unlock();
+        const LRESULT result = Call(message.hwnd, message.message, message.wParam, message.lParam);
+        lock.lock();
+        sent->result = result;
+        sent->isDone = true;
+        thread.changed.notify_all();
+    }
+}
+
+bool TakeMessage(Thread& thread, MSG& out, HWND window, UINT first, UINT last, bool remove) {
+    if (Take(thread.posted, out, window, first, last, remove)) return true;
+    if (thread.isQuitting) {
+        if (remove) thread.isQuitting = false;
+        out = {nullptr, WM_QUIT,        static_cast<WPARAM>(thread.quitCode),
+               0,       GetTickCount(), CursorPoint()};
+        return true;
+    }
+    return Take(thread.input, out, window, first, last, remove) ||
+           TakePaint(thread, out, window, first, last) ||
+           TakeTimer(thread, out, window, first, last, remove);
+}
+
+void WaitForChange(Thread& thread, std::unique_lock<std::recursive_mutex>& lock) {
+    if (thread.timers.empty()) {
+        thread.changed.wait(lock);
+        return;
+    }
+    const auto next =
+        std::min_element(thread.timers.begin(), thread.timers.end(),
+                         [](const Timer& a, const Timer& b) { return a.due < b.due; });
+    const std::uint64_t now = Milliseconds();
+    if (next->due > now) thread.changed.wait_for(lock, std::chrono::milliseconds(next->due - now));
+}
+
+BOOL Post(Thread& thread, const MSG& message) {
+    if (thread.posted.size() >= kMostPosted) {
+        SetLastError(ERROR_NOT_ENOUGH_QUOTA);
+        return 0;
+    }
+    thread.posted.push_back(message);
+    thread.changed.notify_all();
+    return 1;
+}
+
+}  // namespace
+
+LRESULT SendMessageA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+    const Window* const window = Find(handle);
+    if (window == nullptr) return 0;
+    Thread& own = ThisThread();
+    if (window->thread == nullptr || window->thread == &own)
+        return Call(handle, message, wParam, lParam);
+
+    std::unique_lock lock(Lock());
+    Thread& other = *window->thread;
+    SentMessage sent{{handle, message, wParam, lParam, GetTickCount(), CursorPoint()}};
+    other.sent.push_back(&sent);
+    other.changed.notify_all();
+    // Whoever is sent to may send back meanwhile.
+    while (!sent.isDone) {
+        AnswerSent(own, lock);
+        if (!sent.isDone) other.changed.wait_for(lock, std::chrono::milliseconds(10));
+    }
+    return sent.result;
+}
+
+BOOL PostMessageA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+    const MSG posted{handle, message, wParam, lParam, GetTickCount(), CursorPoint()};
+    if (handle == nullptr) {
+        Thread& own = ThisThread();
+        const std::lock_guard guard(Lock());
+        return Post(own, posted);
+    }
+    const std::lock_guard guard(Lock());
+    const Window* const window = Find(handle);
+    return window != nullptr && window->thread != nullptr && Post(*window->thread, posted);
+}
+
+BOOL PostThreadMessageA(DWORD id, UINT message, WPARAM wParam, LPARAM lParam) {
+    const MSG posted{nullptr, message, wParam, lParam, GetTickCount(), CursorPoint()};
+    const std::lock_guard guard(Lock());
+    Thread* const thread = FindThread(id);
+    if (thread == nullptr) SetLastError(ERROR_INVALID_THREAD_ID);
+    return thread != nullptr && Post(*thread, posted);
+}
+
+void PostQuitMessage(int code) {
+    Thread& thread = ThisThread();
+    thread.isQuitting = true;
+    thread.quitCode = code;
+}
+
+BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove) {
+    Thread& thread = ThisThread();
+    std::unique_lock lock(Lock());
+    AnswerSent(thread, lock);
+    const bool removes = (remove & PM_REMOVE) != 0;
+    if (!TakeMessage(thread, *message, window, first, last, removes)) return 0;
+    if (removes) thread.current = *message;
+    return 1;
+}
+
+BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last) {
+    if (window != nullptr && window != reinterpret_cast<HWND>(std::intptr_t{-1}) &&
+        Find(window) == nullptr)
+        return -1;
+    Thread& thread = ThisThread();
+    std::unique_lock lock(Lock());
+    for (;;) {
+        AnswerSent(thread, lock);
+        if (TakeMessage(thread, *message, window, first, last, true)) {
+            thread.current = *message;
+            return message->message != WM_QUIT;
+        }
+        WaitForChange(thread, lock);
+    }
+}
+
+BOOL WaitMessage() {
+    Thread& thread = ThisThread();
+    std::unique_lock lock(Lock());
+    MSG ignored;
+    while (!TakeMessage(thread, ignored, nullptr, 0, 0, false)) {
+        AnswerSent(thread, lock);
+        WaitForChange(thread, lock);
+    }
+    return 1;
+}
+
+BOOL TranslateMessage(const MSG*) {
+    // Drivers tell keys and characters together.
+    return 0;
+}
+
+LRESULT DispatchMessageA(const MSG* message) {
+    if (message->message == WM_TIMER && message->lParam != 0) {
+        reinterpret_cast<TIMERPROC>(message->lParam)(message->hwnd, WM_TIMER, message->wParam,
+                                                     GetTickCount());
+        return 0;
+    }
+    return message->hwnd != nullptr
+               ? Call(message->hwnd, message->message, message->wParam, message->lParam)
+               : 0;
+}
+
+LRESULT CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam,
+                        LPARAM lParam) {
+    return procedure != nullptr ? procedure(window, message, wParam, lParam) : 0;
+}
+
+DWORD GetMessageTime() noexcept {
+    return ThisThread().current.time;
+}
+
+DWORD GetMessagePos() noexcept {
+    const POINT& point = ThisThread().current.pt;
+    return static_cast<DWORD>(MAKELONG(static_cast<WORD>(point.x), static_cast<WORD>(point.y)));
+}

@@ -1,0 +1,82 @@
+// What of windows is to be painted again.
+
+#include <algorithm>
+
+#include "platform/posix/desktop/desktop.h"
+#include "platform/posix/desktop/thread.h"
+
+using namespace brcore8::desktop;
+
+namespace {
+
+void Invalidate(Window& window, const RECT* rect, bool erase) {
+    RECT part{0, 0, Width(window.client), Height(window.client)};
+    if (rect != nullptr && !IntersectRect(&part, &part, rect)) return;
+    UnionRect(&window.update, &window.update, &part);
+    window.erase = window.erase || erase;
+    if (window.thread != nullptr) Wake(*window.thread);
+}
+
+void Validate(Window& window, const RECT* rect) {
+    RECT common;
+    const bool coversAll = rect == nullptr || (IntersectRect(&common, &window.update, rect) &&
+                                               EqualRect(&common, &window.update));
+    if (!coversAll) return;
+    SetRectEmpty(&window.update);
+    window.erase = false;
+}
+
+// The window and what is below it, and for each where `rect` lies in it.
+void InvalidateBelow(Window& top, const RECT* rect, bool erase) {
+    for (Window* child = top.firstChild; child != nullptr; child = child->below) {
+        if ((child->style & WS_VISIBLE) == 0) continue;
+        RECT inside{};
+        if (rect != nullptr) {
+            inside = *rect;
+            OffsetRect(&inside, -child->client.left, -child->client.top);
+        }
+        Invalidate(*child, rect != nullptr ? &inside : nullptr, erase);
+        InvalidateBelow(*child, rect != nullptr ? &inside : nullptr, erase);
+    }
+}
+
+}  // namespace
+
+BOOL RedrawWindow(HWND handle, const RECT* rect, HRGN, UINT flags) {
+    Window* const window = handle != nullptr ? Find(handle) : &Root();
+    if (window == nullptr) return 0;
+    {
+        const std::lock_guard guard(Lock());
+        const bool erase = (flags & RDW_ERASE) != 0;
+        if ((flags & RDW_VALIDATE) != 0) Validate(*window, rect);
+        if ((flags & RDW_INVALIDATE) != 0) Invalidate(*window, rect, erase);
+        if ((flags & RDW_INVALIDATE) != 0 && (flags & RDW_ALLCHILDREN) != 0)
+            InvalidateBelow(*window, rect, erase);
+    }
+    if ((flags & RDW_UPDATENOW) != 0) UpdateWindow(handle);
+    return 1;
+}
+
+BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase) {
+    return RedrawWindow(
+        window, rect, nullptr,
+        RDW_INVALIDATE | (erase ? RDW_ERASE : 0) | (window == nullptr ? RDW_ALLCHILDREN : 0));
+}
+
+BOOL ValidateRect(HWND window, const RECT* rect) {
+    return RedrawWindow(window, rect, nullptr, RDW_VALIDATE);
+}
+
+BOOL UpdateWindow(HWND handle) {
+    const Window* const window = Find(handle);
+    if (window == nullptr) return 0;
+    if (!IsRectEmpty(&window->update) && IsShown(*window)) SendMessageA(handle, WM_PAINT, 0, 0);
+    return 1;
+}
+
+BOOL GetUpdateRect(HWND handle, RECT* rect, BOOL) {
+    const Window* const window = Find(handle);
+    if (window == nullptr) return 0;
+    if (rect != nullptr) *rect = window->update;
+    return !IsRectEmpty(&window->update);
+}
