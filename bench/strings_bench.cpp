@@ -235,7 +235,7 @@ void Searching(benchmark::State& state, Search search) {
 template <const Sought& What>
 void Find(benchmark::State& state) {
     Searching<What, SString>(
-        state, [](const SString& text) { return text.Find(What.text) - text.GetPointerAt(0); });
+        state, [](const SString& text) { return text.Find(What.text) - text.View().data(); });
 }
 template <const Sought& What>
 void FindStd(benchmark::State& state) {
@@ -263,7 +263,7 @@ void FindMemchr(benchmark::State& state) {
 constexpr const char* kOtherCase = "WORD997 Word!";
 void FindNoCase(benchmark::State& state) {
     Searching<kCommon, SString>(state, [](const SString& text) {
-        return text.FindNoCase(kOtherCase) - text.GetPointerAt(0);
+        return text.FindNoCase(kOtherCase) - text.View().data();
     });
 }
 void FindNoCaseC(benchmark::State& state) {

@@ -13,37 +13,46 @@
 
 namespace brcore8 {
 
-// One of two bytes, which may be the same.
+// What a byte may be: this one, or one of two.
+struct ByteIs {
+    unsigned char one;
+
+    bool Has(char byte) const noexcept { return static_cast<unsigned char>(byte) == one; }
+#if defined(__SSE2__)
+    __m128i In(__m128i bytes) const noexcept {
+        return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(static_cast<char>(one)));
+    }
+#endif
+};
 struct ByteChoice {
     unsigned char one;
     unsigned char other;
 
-    bool Has(char byte) const noexcept {
-        const auto plain = static_cast<unsigned char>(byte);
-        return plain == one || plain == other;
+    bool Has(char byte) const noexcept { return ByteIs{one}.Has(byte) || ByteIs{other}.Has(byte); }
+#if defined(__SSE2__)
+    __m128i In(__m128i bytes) const noexcept {
+        return _mm_or_si128(ByteIs{one}.In(bytes), ByteIs{other}.In(bytes));
     }
+#endif
 };
 
 // The first p from `from` to `last` where p[0] is one of `first` and p[distance] one of `second`;
 // null when there is none. Reads nothing behind last[distance].
-inline const char* FindBytePair(const char* from, const char* last, ByteChoice first,
-                                std::size_t distance, ByteChoice second) noexcept {
+template <class Choice>
+const char* FindBytePair(const char* from, const char* last, Choice first, std::size_t distance,
+                         Choice second) noexcept {
     const char* p = from;
 #if defined(__SSE2__)
     const auto load = [](const char* at) {
         return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
     };
-    const auto all = [](unsigned char byte) { return _mm_set1_epi8(static_cast<char>(byte)); };
-    const __m128i firstOne = all(first.one), firstOther = all(first.other);
-    const __m128i secondOne = all(second.one), secondOther = all(second.other);
-    for (; last - p >= 15; p += 16) {
-        const __m128i begin = load(p);
-        const __m128i end = load(p + distance);
-        const __m128i hits = _mm_and_si128(
-            _mm_or_si128(_mm_cmpeq_epi8(begin, firstOne), _mm_cmpeq_epi8(begin, firstOther)),
-            _mm_or_si128(_mm_cmpeq_epi8(end, secondOne), _mm_cmpeq_epi8(end, secondOther)));
+    while (last - p >= 15) {
+        const __m128i hits = _mm_and_si128(first.In(load(p)), second.In(load(p + distance)));
         const auto mask = static_cast<unsigned>(_mm_movemask_epi8(hits));
         if (mask != 0) return p + std::countr_zero(mask);
+        p += 16;
+        // The last step goes back over some places that are known.
+        if (p <= last && last - p < 15) p = last - 15;
     }
 #endif
     for (; p <= last; ++p)

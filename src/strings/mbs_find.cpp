@@ -5,6 +5,7 @@
 
 #include "platform/byte_search.h"
 #include "strings/mbs.h"
+#include "strings/text_search.h"
 
 namespace brcore8::mbs {
 namespace {
@@ -22,11 +23,18 @@ struct Pattern {
     static std::size_t Width(unsigned code) noexcept { return code < 256 ? 1 : 2; }
 };
 
+// The C library's search for one byte is the fastest there is, while it stands this far from the
+// next such byte.
+constexpr int kRare = 256;
+
 // Direct search may compare this often without success before the linear one takes over.
+bool IsTooMuch(std::size_t spent, std::size_t walked) noexcept {
+    return spent > 1024 + 4 * walked;
+}
 struct Effort {
     std::size_t spent = 0;
     bool limited = true;
-    bool Exceeds(std::size_t walked) const noexcept { return limited && spent > 1024 + 4 * walked; }
+    bool Exceeds(std::size_t walked) const noexcept { return limited && IsTooMuch(spent, walked); }
 };
 
 // Linear in the worst case: at a difference the table tells how much of the pattern still
@@ -70,61 +78,9 @@ bool IsWholeBefore(const CodePage& page, const char* known, const char* p) noexc
 }
 
 // A lead byte that ends the pattern stands alone, so it only matches one that does, too.
-bool EndsInLoneLead(const Pattern& what) noexcept {
-    return what.page.IsLead(Byte(what.end - 1)) && IsBoundary(what.page, what.begin, what.end - 1);
-}
-
-// Places in the text where the pattern may stand, judged by its first byte or by its first and
-// last.
-class Candidates {
-public:
-    Candidates(const Pattern& what, const char* text) noexcept
-        : first_(Byte(what.begin)),
-          last_(Byte(what.end - 1)),
-          distance_(static_cast<std::size_t>(what.end - what.begin) - 1),
-          text_(text) {}
-
-    // The next one from `p` to `last`, or null.
-    const char* Next(const char* p, const char* last) noexcept {
-        // The C library's search for one byte is the fastest there is, while that byte is rare.
-        const bool rare = tries_++ * 64 <= static_cast<std::size_t>(p - text_);
-        if (rare || distance_ == 0)
-            return static_cast<const char*>(
-                std::memchr(p, first_, static_cast<std::size_t>(last - p) + 1));
-        return FindBytePair(p, last, {first_, first_}, distance_, {last_, last_});
-    }
-
-private:
-    unsigned char first_;
-    unsigned char last_;
-    std::size_t distance_;
-    const char* text_;
-    std::size_t tries_ = 0;
-};
-
-const char* SearchExact(const Pattern& what, const char* text, const char* end) noexcept {
-    const auto bytes = static_cast<std::size_t>(what.end - what.begin);
-    if (static_cast<std::size_t>(end - text) < bytes) return nullptr;
-    const bool doubleByte = what.page.IsDoubleByte();
-    const bool loneLead = doubleByte && EndsInLoneLead(what);
-    const char* const last = end - bytes;  // where the last match could begin
-    Candidates candidates(what, text);
-    Effort effort;
-    const char* known = text;
-    for (const char* p = text; p <= last && (p = candidates.Next(p, last)) != nullptr; ++p) {
-        std::size_t same = 1;
-        while (same < bytes && p[same] == what.begin[same])
-            ++same;
-        const bool boundary = !doubleByte || IsWholeBefore(what.page, known, p);
-        if (same == bytes && boundary && (!loneLead || p + bytes == end || p[bytes] == 0)) return p;
-        known = boundary ? p : p + 1;
-        effort.spent += same;
-        if (!effort.Exceeds(static_cast<std::size_t>(p - text))) continue;
-        const char* found = nullptr;
-        if (SearchWithTable(what, known, end, found)) return found;
-        effort.limited = false;
-    }
-    return nullptr;
+bool EndsInLoneLead(const CodePage& page, std::string_view what) noexcept {
+    const char* const last = &what.back();
+    return page.IsLead(Byte(last)) && IsBoundary(page, what.data(), last);
 }
 
 // The bytes whose lower case is that of `byte`: two at most in every page but for oddities, which
@@ -209,6 +165,64 @@ const char* SearchFolded(const Pattern& what, const char* text, const char* end)
 
 }  // namespace
 
+ExactSearch::ExactSearch(const CodePage& page, std::string_view what, const char* text,
+                         const char* end, Zero zero) noexcept
+    : page_(page),
+      what_(what),
+      text_(text),
+      end_(end),
+      clean_(text),
+      endsAtZero_(zero == Zero::EndsText),
+      loneLead_(page.IsDoubleByte() && EndsInLoneLead(page, what)) {
+    // A short text is soon searched, without the C library's help.
+    if (end - text < kRare) tries_ = 1;
+}
+
+const char* ExactSearch::Next(const char* from) noexcept {
+    const std::size_t bytes = what_.size();
+    if (static_cast<std::size_t>(end_ - from) < bytes) return nullptr;
+    const bool doubleByte = page_.IsDoubleByte();
+    const char* const last = end_ - bytes;  // where the last match could begin
+    const char* known = from;
+    for (const char* p = from; p <= last && (p = Candidate(p, last)) != nullptr; ++p) {
+        std::size_t same = 1;
+        while (same < bytes && p[same] == what_[same])
+            ++same;
+        const bool boundary = !doubleByte || IsWholeBefore(page_, known, p);
+        if (same == bytes && boundary && (!loneLead_ || p + bytes == end_ || p[bytes] == 0))
+            return Confirmed(p);
+        known = boundary ? p : p + 1;
+        spent_ += same;
+        if (!limited_ || !IsTooMuch(spent_, static_cast<std::size_t>(p - text_))) continue;
+        const char* found = nullptr;
+        if (SearchWithTable({page_, what_.data(), what_.data() + bytes, false}, known, end_, found))
+            return Confirmed(found);
+        limited_ = false;
+    }
+    return nullptr;
+}
+
+const char* ExactSearch::Candidate(const char* p, const char* last) noexcept {
+    const auto first = static_cast<unsigned char>(what_.front());
+    const auto second = static_cast<unsigned char>(what_.back());
+    const bool rare = tries_ * kRare <= static_cast<std::size_t>(p - text_);
+    if (!rare && what_.size() > 1)
+        return FindBytePair(p, last, ByteIs{first}, what_.size() - 1, ByteIs{second});
+    ++tries_;
+    if (!endsAtZero_)
+        return static_cast<const char*>(
+            std::memchr(p, first, static_cast<std::size_t>(last - p) + 1));
+    const char* const hit = std::strchr(p, first);
+    if (hit == nullptr || hit > last) return nullptr;
+    if (p <= clean_ + 1) clean_ = hit;
+    return hit;
+}
+
+const char* ExactSearch::Confirmed(const char* found) const noexcept {
+    if (!endsAtZero_ || found == nullptr || found <= clean_) return found;
+    return std::memchr(clean_, 0, static_cast<std::size_t>(found - clean_)) ? nullptr : found;
+}
+
 const char* Find(const char* text, unsigned code) noexcept {
     const CodePage& page = CodePage::Ansi();
     const unsigned plain = Normalize(page, code);
@@ -240,7 +254,8 @@ const char* FindText(const char* text, const char* what) noexcept {
 const char* FindText(const char* text, std::size_t bytes, const char* what,
                      std::size_t whatBytes) noexcept {
     if (whatBytes == 0) return text;
-    return SearchExact({CodePage::Ansi(), what, what + whatBytes, false}, text, text + bytes);
+    return ExactSearch(CodePage::Ansi(), {what, whatBytes}, text, text + bytes, Zero::IsText)
+        .Next(text);
 }
 
 const char* FindTextNoCase(const char* text, const char* what) noexcept {

@@ -7,10 +7,12 @@
 #include <cstring>
 #include <ostream>
 
+#include "strings/copy_bytes.h"
 #include "strings/mbs.h"
 #include "strings/string_pools.h"
 
 using brcore8::CodePage;
+using brcore8::CopyBytes;
 namespace mbs = brcore8::mbs;
 
 constinit SString::EmptyBuffer SString::empty_ = {{-1, 0, 0, 0}, {}};
@@ -85,20 +87,26 @@ void SString::CopyBeforeWrite() {
 
 void SString::AssignCopy(std::int64_t bytes, const char* text) {
     if (bytes <= 0) return Done();
-    const auto size = static_cast<std::size_t>(bytes);
     if (text_ == EmptyText() || IsShared() || GetData()->capacity < bytes) {
-        char* fresh = NewText(bytes);
-        std::memcpy(fresh, text, size);
-        Adopt(fresh);
+        Adopt(CopyText(bytes, text));
     } else {
-        std::memmove(text_, text, size);
+        std::memmove(text_, text, static_cast<std::size_t>(bytes));
+        SetLength(static_cast<std::int32_t>(bytes));
     }
-    SetLength(static_cast<std::int32_t>(bytes));
+}
+
+char* SString::CopyText(std::int64_t bytes, const char* text) {
+    char* const copy = NewText(bytes);
+    if (bytes <= 0) return copy;
+    const auto size = static_cast<std::size_t>(bytes);
+    CopyBytes(copy, text, size);
+    DataOf(copy)->characters = mbs::Count(CodePage::Ansi(), copy, size);
+    return copy;
 }
 
 void SString::CopyLocked() {
     const char* source = std::exchange(text_, EmptyText());
-    AssignCopy(reinterpret_cast<const SStringData*>(source)[-1].bytes, source);
+    text_ = CopyText(reinterpret_cast<const SStringData*>(source)[-1].bytes, source);
 }
 
 // --- Life --------------------------------------------------------------------------------------
@@ -124,13 +132,13 @@ std::size_t WideLength(const unsigned short* text, std::size_t limit) {
 SString::SString(const char* text) : SString() {
     const auto address = reinterpret_cast<std::uintptr_t>(text);
     if (address >= kFirstAddress)
-        AssignCopy(Bytes(text), text);
+        text_ = CopyText(Bytes(text), text);
     else if (text)
         LoadString(static_cast<unsigned int>(address));
 }
 
 SString::SString(const char* begin, const char* end) : SString() {
-    if (begin && end && begin < end) AssignCopy(end - begin, begin);
+    if (begin && end && begin < end) text_ = CopyText(end - begin, begin);
 }
 
 SString::SString(const char* text, int count) : SString() {
@@ -142,12 +150,11 @@ SString::SString(const char* text, int count) : SString() {
     else
         for (int i = 0; i < count && *end; ++i)
             end = mbs::Next(page, end);
-    AssignCopy(end - text, text);
+    text_ = CopyText(end - text, text);
 }
 
-SString::SString(std::string_view text) : SString() {
-    *this = text;
-}
+SString::SString(std::string_view text)
+    : text_(CopyText(static_cast<std::int64_t>(text.size()), text.data())) {}
 
 SString::SString(const unsigned short* text) : SString() {
     *this = text;

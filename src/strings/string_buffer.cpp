@@ -106,21 +106,20 @@ SStringBuffer& SStringBuffer::Assign(std::string_view text) {
 
 SStringBuffer& SStringBuffer::Append(std::string_view text) {
     if (text.empty()) return *this;
-    const std::int64_t old = LengthByte();
-    const std::int64_t bytes = old + static_cast<std::int64_t>(text.size());
-    if (GetData()->capacity == 0 || IsShared() || bytes > GetData()->capacity) {
-        const std::int64_t from = GetData()->capacity ? GetData()->capacity : initial_;
-        char* const grown = NewText(Grown(from, bytes));
-        std::memcpy(grown, text_, static_cast<std::size_t>(old));
-        std::memcpy(grown + old, text.data(), text.size());
-        Adopt(grown);
-    } else {
-        std::memcpy(text_ + old, text.data(), text.size());
-    }
+    const std::int64_t bytes = LengthByte() + static_cast<std::int64_t>(text.size());
+    const std::int32_t capacity = GetData()->capacity;
+    const char* source = text.data();
+    if (capacity == 0 || IsShared() || bytes > capacity)
+        source = Enlarge(Grown(capacity ? capacity : initial_, bytes), source);
+    std::memmove(text_ + LengthByte(), source, text.size());
     text_[bytes] = 0;
     GetData()->bytes = static_cast<std::int32_t>(bytes);
     GetData()->characters = 0;
     return *this;
+}
+
+SStringBuffer& SStringBuffer::AppendByte(char character) {
+    return Append({&character, 1});
 }
 
 // The first capacity that the factor reaches and that is enough; near the limit, what is possible.

@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <cstring>
 
+#include "strings/copy_bytes.h"
 #include "strings/mbs.h"
+#include "strings/string_pools.h"
+#include "strings/text_writer.h"
 
 using brcore8::CodePage;
+using brcore8::CopyBytes;
 namespace mbs = brcore8::mbs;
 
 // --- Append ------------------------------------------------------------------------------------
@@ -23,21 +27,27 @@ bool EndsInLead(const CodePage& page, const char* text, std::size_t bytes) {
 
 }  // namespace
 
+const char* SString::Enlarge(std::int64_t capacity, const char* source) {
+    const std::ptrdiff_t offset = Owns(source) ? source - text_ : -1;
+    if (IsShared() || text_ == EmptyText()) {
+        char* const fresh = NewText(capacity);
+        SStringData& data = *DataOf(fresh);
+        data.bytes = LengthByte();
+        data.characters = GetData()->characters;
+        CopyBytes(fresh, text_, static_cast<std::size_t>(data.bytes) + 1);
+        Adopt(fresh);
+    } else {
+        text_ = reinterpret_cast<char*>(brcore8::string_pools::Enlarge(GetData(), capacity) + 1);
+    }
+    return offset < 0 ? source : text_ + offset;
+}
+
 void SString::ConcatInPlace(std::int64_t bytes, const char* text) {
     if (bytes <= 0) return;
-    SStringData* data = GetData();
-    const std::int64_t total = data->bytes + bytes;
-    if (IsShared() || total > data->capacity) {
-        char* fresh = NewText(total);
-        std::memcpy(fresh, text_, static_cast<std::size_t>(data->bytes));
-        std::memcpy(fresh + data->bytes, text, static_cast<std::size_t>(bytes));
-        DataOf(fresh)->bytes = data->bytes;
-        DataOf(fresh)->characters = data->characters;
-        Adopt(fresh);
-        data = GetData();
-    } else {
-        std::memmove(text_ + data->bytes, text, static_cast<std::size_t>(bytes));
-    }
+    const std::int64_t total = LengthByte() + bytes;
+    if (IsShared() || total > GetData()->capacity) text = Enlarge(total, text);
+    SStringData* const data = GetData();
+    std::memmove(text_ + data->bytes, text, static_cast<std::size_t>(bytes));
     // Only the new part is counted, unless its first byte completes a character of the old one, or
     // that was never counted.
     const CodePage& page = CodePage::Ansi();
@@ -65,17 +75,8 @@ SString& SString::operator+=(std::string_view text) {
     return *this;
 }
 
-SString& SString::operator+=(char character) {
-    SStringData* data = GetData();
-    // The common case of building a text byte by byte.
-    if (data->bytes < data->capacity && data->characters == data->bytes && !IsShared() &&
-        !CodePage::Ansi().IsDoubleByte()) {
-        text_[data->bytes] = character;
-        text_[++data->bytes] = 0;
-        ++data->characters;
-    } else {
-        ConcatInPlace(1, &character);
-    }
+SString& SString::AppendByte(char character) {
+    ConcatInPlace(1, &character);
     return *this;
 }
 
@@ -87,13 +88,11 @@ SString& SString::operator+=(unsigned int character) {
 }
 
 SString SString::Join(std::string_view left, std::string_view right) {
-    SString joined;
-    joined.AllocBuffer(static_cast<std::int64_t>(left.size()) +
-                       static_cast<std::int64_t>(right.size()));
-    if (!left.empty()) std::memcpy(joined.text_, left.data(), left.size());
-    if (!right.empty()) std::memcpy(joined.text_ + left.size(), right.data(), right.size());
-    joined.SetLength(joined.LengthByte());
-    return joined;
+    brcore8::TextWriter joined(static_cast<std::int64_t>(left.size()) +
+                               static_cast<std::int64_t>(right.size()));
+    joined.Put(left);
+    joined.Put(right);
+    return std::move(joined).Take();
 }
 
 namespace {

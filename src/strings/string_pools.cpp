@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 
 #include "core/never_destroyed.h"
 #include "core/pool_access.h"
@@ -40,6 +41,15 @@ struct Unload {
     ~Unload() { FreeUnused(); }
 } unload;
 
+// The capacity of a buffer from the heap, and its bytes.
+std::int32_t LargeCapacity(std::int64_t bytes) {
+    return static_cast<std::int32_t>(
+        std::min<std::int64_t>((bytes + 511) & ~std::int64_t{511}, SString::MaxBytes));
+}
+std::size_t LargeSize(std::int32_t capacity) {
+    return static_cast<std::size_t>(capacity) + sizeof(SStringData) + 1;
+}
+
 SStringData* TakeOnce(std::int64_t bytes) {
     if (bytes <= kLargestPooled) {
         const int index = Index(static_cast<std::int32_t>(bytes));
@@ -47,24 +57,47 @@ SStringData* TakeOnce(std::int64_t bytes) {
         data->capacity = Capacity(index);
         return data;
     }
-    const std::int64_t capacity =
-        std::min<std::int64_t>((bytes + 511) & ~std::int64_t{511}, SString::MaxBytes);
-    auto* data = static_cast<SStringData*>(
-        Allocate(static_cast<std::size_t>(capacity) + sizeof(SStringData) + 1));
-    data->capacity = static_cast<std::int32_t>(capacity);
+    const std::int32_t capacity = LargeCapacity(bytes);
+    auto* data = static_cast<SStringData*>(Allocate(LargeSize(capacity)));
+    data->capacity = capacity;
     return data;
+}
+
+// Tries once more with the memory that the pools do not use.
+template <class Get>
+SStringData* WithUnused(std::int64_t bytes, Get get) {
+    if (bytes > SString::MaxBytes) ThrowOutOfMemory();
+    try {
+        return get();
+    } catch (const SEOutOfMemory&) {
+        FreeUnused();
+    }
+    return get();
 }
 
 }  // namespace
 
 SStringData* Take(std::int64_t bytes) {
-    if (bytes > SString::MaxBytes) ThrowOutOfMemory();
-    try {
-        return TakeOnce(bytes);
-    } catch (const SEOutOfMemory&) {
-        FreeUnused();
+    return WithUnused(bytes, [bytes] { return TakeOnce(bytes); });
+}
+
+SStringData* Enlarge(SStringData* data, std::int64_t bytes) {
+    if (data->capacity <= kLargestPooled) {
+        SStringData* const fresh = Take(bytes);
+        const std::int32_t capacity = fresh->capacity;
+        std::memcpy(fresh, data,
+                    sizeof(SStringData) + static_cast<std::size_t>(data->bytes) + 1);
+        fresh->capacity = capacity;
+        Give(data);
+        return fresh;
     }
-    return TakeOnce(bytes);
+    // Large blocks the heap mostly makes larger without copying them.
+    const std::int32_t capacity = LargeCapacity(bytes);
+    auto* const grown = WithUnused(bytes, [data, capacity] {
+        return static_cast<SStringData*>(Reallocate(data, LargeSize(capacity)));
+    });
+    grown->capacity = capacity;
+    return grown;
 }
 
 void Give(SStringData* data) noexcept {

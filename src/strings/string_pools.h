@@ -14,6 +14,9 @@ namespace brcore8::string_pools {
 // When memory is short, gives unused blocks back and tries once more; throws SEOutOfMemory, also
 // above SString::MaxBytes.
 SStringData* Take(std::int64_t bytes);
+// The buffer that `data`, which nobody shares, becomes when it is to have room for more bytes: it
+// may move. When that throws, `data` is as it was.
+SStringData* Enlarge(SStringData* data, std::int64_t bytes);
 void Give(SStringData* data) noexcept;
 void FreeUnused() noexcept;
 

@@ -8,9 +8,12 @@
 #include <utility>
 #include <vector>
 
+#include "strings/copy_bytes.h"
 #include "strings/mbs.h"
+#include "strings/text_search.h"
 
 using brcore8::CodePage;
+using brcore8::CopyBytes;
 namespace mbs = brcore8::mbs;
 
 namespace {
@@ -19,22 +22,32 @@ std::string_view ViewOf(const char* text) {
     return text ? std::string_view(text) : std::string_view();
 }
 
-// Finds one text again and again in another, whose length is taken once.
+// Finds one text, which is not empty, again and again in another, whose length is taken once.
 class Finder {
 public:
     Finder(const char* text, std::string_view what, bool noCase)
-        : end_(text + std::strlen(text)), what_(what), noCase_(noCase) {}
+        : end_(text + std::strlen(text)),
+          what_(what),
+          noCase_(noCase),
+          exact_(CodePage::Ansi(), what, text, end_, mbs::Zero::IsText) {}
 
-    const char* Next(const char* from) const {
-        const auto bytes = static_cast<std::size_t>(end_ - from);
-        return noCase_ ? mbs::FindTextNoCase(from, bytes, what_.data(), what_.size())
-                       : mbs::FindText(from, bytes, what_.data(), what_.size());
+    const char* Next(const char* from) {
+        if (!noCase_) return exact_.Next(from);
+        return mbs::FindTextNoCase(from, static_cast<std::size_t>(end_ - from), what_.data(),
+                                   what_.size());
+    }
+    int CountFrom(const char* from) {
+        int count = 0;
+        for (; (from = Next(from)) != nullptr; from += what_.size())
+            ++count;
+        return count;
     }
 
 private:
     const char* end_;
     std::string_view what_;
     bool noCase_;
+    mbs::ExactSearch exact_;
 };
 
 }  // namespace
@@ -50,34 +63,47 @@ int SString::ReplaceFirst(const char* from, const char* to, bool noCase) {
     return 1;
 }
 
-// The occurrences are counted first, so that the result is built once and in a buffer of its
-// own: both arguments may lie in the old text.
+// What does not grow is replaced in one pass, and in place where nobody shares the text nor do the
+// arguments lie in it. Otherwise the occurrences are counted first, so that the result is built
+// once.
 int SString::ReplaceEvery(const char* from, const char* to, bool noCase) {
     const std::string_view old = ViewOf(from);
     const std::string_view fresh = ViewOf(to);
     if (old.empty()) return 0;
-    const Finder finder(text_, old, noCase);
-    std::int64_t count = 0;
-    for (const char* p = text_; (p = finder.Next(p)) != nullptr; p += old.size())
-        ++count;
-    if (count == 0) return 0;
-    const std::int64_t total = LengthByte() + count * (static_cast<std::int64_t>(fresh.size()) -
-                                                       static_cast<std::int64_t>(old.size()));
+    Finder finder(text_, old, noCase);
+    const char* found = finder.Next(text_);
+    if (!found) return 0;
+    const bool grows = fresh.size() > old.size();
+    const bool inPlace = !grows && !IsShared() && !Owns(from) && !(to && Owns(to));
     SString result;
-    result.AllocBuffer(total);
-    char* out = result.text_;
+    if (grows) {
+        const auto growth = static_cast<std::int64_t>(fresh.size() - old.size());
+        result.AllocBuffer(LengthByte() + growth * Finder(text_, old, noCase).CountFrom(found));
+    } else if (!inPlace) {
+        result.AllocBuffer(LengthByte());
+    }
+    char* const begin = inPlace ? text_ : result.text_;
+    char* out = begin;
     const char* rest = text_;
-    for (; count > 0; --count) {
-        const char* found = finder.Next(rest);
-        std::memcpy(out, rest, static_cast<std::size_t>(found - rest));
-        out += found - rest;
-        if (!fresh.empty()) std::memcpy(out, fresh.data(), fresh.size());
+    const auto keep = [&](const char* end) {
+        const auto bytes = static_cast<std::size_t>(end - rest);
+        if (out != rest) CopyBytes(out, rest, bytes);
+        out += bytes;
+    };
+    for (; found; found = finder.Next(rest)) {
+        keep(found);
+        CopyBytes(out, fresh.data(), fresh.size());
         out += fresh.size();
         rest = found + old.size();
     }
-    if (rest != End()) std::memcpy(out, rest, static_cast<std::size_t>(End() - rest));
-    result.SetLength(static_cast<std::int32_t>(total));
-    *this = std::move(result);
+    keep(End());
+    const auto bytes = static_cast<std::int32_t>(out - begin);
+    if (inPlace) {
+        SetLength(bytes);
+    } else {
+        result.SetLength(bytes);
+        *this = std::move(result);
+    }
     return 1;
 }
 
@@ -99,6 +125,16 @@ int SString::ReplaceAllNoCase(const char* from, const char* to) {
 
 // --- Characters --------------------------------------------------------------------------------
 
+namespace {
+
+// Without a branch, so that compilers take many bytes a step.
+void ReplaceBytes(char* begin, char* end, char from, char to) {
+    for (char* p = begin; p != end; ++p)
+        *p = *p == from ? to : *p;
+}
+
+}  // namespace
+
 int SString::ReplaceCharacters(unsigned int from, unsigned int to, bool noCase, bool all) {
     const CodePage& page = CodePage::Ansi();
     char old[3] = {};
@@ -111,7 +147,11 @@ int SString::ReplaceCharacters(unsigned int from, unsigned int to, bool noCase, 
     if (!found) return 0;
     const std::ptrdiff_t first = found - text_;
     CopyBeforeWrite();
-    const Finder finder(text_, {old, width}, noCase);
+    if (all && !noCase && !page.IsDoubleByte()) {
+        ReplaceBytes(text_ + first, text_ + std::strlen(text_), *old, *fresh);
+        return 1;
+    }
+    Finder finder(text_, {old, width}, noCase);
     for (const char* p = text_ + first; p; p = all ? finder.Next(p + width) : nullptr)
         std::memcpy(text_ + (p - text_), fresh, width);
     // A lead byte or a zero byte in place of a plain one changes how the text reads.

@@ -1,8 +1,10 @@
 #include <brcore8/strings/string.h>
 
+#include <array>
 #include <cstring>
 
 #include "strings/mbs.h"
+#include "strings/text_search.h"
 
 using brcore8::CodePage;
 namespace mbs = brcore8::mbs;
@@ -22,13 +24,10 @@ const char* SString::ReverseFind(unsigned int character) const noexcept {
 }
 
 const char* SString::Find(const char* what) const noexcept {
-    if (what == nullptr || IsLocked()) return Find(what, text_);
-    const auto bytes = static_cast<std::size_t>(LengthByte());
-    const char* const found = mbs::FindText(text_, bytes, what, std::strlen(what));
-    if (found == nullptr) return nullptr;
-    // The text ends at its first zero byte; only what stands before the find has to be asked.
-    const void* const zero = std::memchr(text_, 0, static_cast<std::size_t>(found - text_));
-    return zero == nullptr ? found : nullptr;
+    if (what == nullptr || *what == 0) return text_;
+    if (IsLocked()) return Find(what, text_);
+    mbs::ExactSearch search(CodePage::Ansi(), what, text_, End(), mbs::Zero::EndsText);
+    return search.Next(text_);
 }
 
 const char* SString::Find(const char* what, const char* from) const noexcept {
@@ -78,15 +77,63 @@ int SString::ReverseFindPos(unsigned int character, int last) const noexcept {
 
 namespace {
 
+// Characters under a single-byte page: a byte each, equal where their folds are.
+class Bytes {
+public:
+    explicit Bytes(const unsigned char* fold) : fold_(fold) {}
+
+    unsigned At(const char* p) const { return fold_[mbs::Byte(p)]; }
+    unsigned At(const char* p, const char*) const { return At(p); }
+    const char* Next(const char* p) const { return p + 1; }
+    const char* Next(const char* p, const char*) const { return p + 1; }
+
+private:
+    const unsigned char* fold_;
+};
+
+// Characters of one or two bytes.
+class Pairs {
+public:
+    Pairs(const CodePage& page, bool noCase) : page_(page), noCase_(noCase) {}
+
+    unsigned At(const char* p) const { return Fold(mbs::UnsignedCodeAt(page_, p)); }
+    unsigned At(const char* p, const char* end) const {
+        return Fold(mbs::UnsignedCodeAt(page_, p, end));
+    }
+    const char* Next(const char* p) const { return mbs::Next(page_, p); }
+    const char* Next(const char* p, const char* end) const {
+        return p + mbs::CharBytes(page_, p, end);
+    }
+
+private:
+    unsigned Fold(unsigned code) const { return noCase_ ? page_.ToLower(code) : code; }
+
+    const CodePage& page_;
+    bool noCase_;
+};
+
+// Bytes of a pattern that stand for something else than themselves.
+constexpr auto kSpecial = [] {
+    std::array<bool, 256> special{};
+    for (const unsigned char byte : {'\0', '*', '?', '\\'})
+        special[byte] = true;
+    return special;
+}();
+
 // Walks pattern and text together. After a failure only the last "*" need be tried again: an
 // earlier one could not reach any text that the last one cannot.
-int MatchPattern(std::string_view whole, const char* pattern, bool noCase) {
-    const CodePage& page = CodePage::Ansi();
+template <class Characters>
+int MatchPattern(const Characters& characters, std::string_view whole, const char* pattern) {
     const char* text = whole.data();
     const char* const end = text + whole.size();
     const char* starPattern = nullptr;
-    const char* starText = nullptr;
+    const char* starText = nullptr;  // where what follows the "*" was last tried
     for (;;) {
+        while (text != end && !kSpecial[mbs::Byte(pattern)] &&
+               characters.At(pattern) == characters.At(text, end)) {
+            pattern = characters.Next(pattern);
+            text = characters.Next(text, end);
+        }
         if (*pattern == '*') {
             while (*pattern == '*')
                 ++pattern;
@@ -95,37 +142,45 @@ int MatchPattern(std::string_view whole, const char* pattern, bool noCase) {
             starText = text;
             continue;
         }
-        const char* taken = *pattern == '\\' ? pattern + 1 : pattern;
-        const bool ended = text == end;
-        bool equal;
-        if (*pattern == '?' || *taken == 0) {
-            equal = (*taken == 0) == ended;
-        } else {
-            const unsigned wanted = mbs::UnsignedCodeAt(page, taken);
-            const unsigned code = mbs::UnsignedCodeAt(page, text, end);
-            equal = !ended &&
-                    (wanted == code || (noCase && page.ToLower(wanted) == page.ToLower(code)));
-        }
-        if (equal && ended) return 1;
+        const char* const taken = *pattern == '\\' ? pattern + 1 : pattern;
+        if (*taken == 0 && text == end) return 1;
         // At the text's end a later start only leaves less text for the same pattern.
-        if (ended || (!equal && !starPattern)) return 0;
-        if (equal) {
-            pattern = mbs::Next(page, taken);
-            text += mbs::CharBytes(page, text, end);
-        } else {
-            starText += mbs::CharBytes(page, starText, end);
-            text = starText;
-            pattern = starPattern;
+        if (text == end) return 0;
+        if (*taken != 0 && (*pattern == '?' || characters.At(taken) == characters.At(text, end))) {
+            pattern = characters.Next(taken);
+            text = characters.Next(text, end);
+            continue;
         }
+        if (!starPattern) return 0;
+        pattern = starPattern;
+        do {
+            starText = characters.Next(starText, end);
+        } while (starText != end && !kSpecial[mbs::Byte(pattern)] &&
+                 characters.At(pattern) != characters.At(starText, end));
+        text = starText;
     }
+}
+
+constexpr auto kNoFold = [] {
+    std::array<unsigned char, 256> same{};
+    for (std::size_t byte = 0; byte < same.size(); ++byte)
+        same[byte] = static_cast<unsigned char>(byte);
+    return same;
+}();
+
+int MatchPattern(std::string_view whole, const char* pattern, bool noCase) {
+    const CodePage& page = CodePage::Ansi();
+    if (!pattern) pattern = "";
+    if (page.IsDoubleByte()) return MatchPattern(Pairs(page, noCase), whole, pattern);
+    return MatchPattern(Bytes(noCase ? page.LowerBytes() : kNoFold.data()), whole, pattern);
 }
 
 }  // namespace
 
 int SString::Match(const char* pattern) const noexcept {
-    return MatchPattern(View(), pattern ? pattern : "", false);
+    return MatchPattern(View(), pattern, false);
 }
 
 int SString::MatchNoCase(const char* pattern) const noexcept {
-    return MatchPattern(View(), pattern ? pattern : "", true);
+    return MatchPattern(View(), pattern, true);
 }

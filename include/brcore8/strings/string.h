@@ -273,7 +273,22 @@ public:
     SString& operator+=(const SString& text);
     SString& operator+=(const char* text);  // null appends nothing
     SString& operator+=(std::string_view text);
-    SString& operator+=(char character);
+    SString& operator+=(char character) {
+        char* const text = text_;
+        SStringData* const data = DataOf(text);
+        const std::int32_t bytes = data->bytes;
+        const std::int32_t characters = data->characters;
+        // Building a text byte by byte: ASCII behind ASCII is a character more under every page.
+        if (bytes >= data->capacity || characters == 0 || IsShared() ||
+            static_cast<signed char>(text[bytes - 1] | character) < 0)
+            return AppendByte(character);
+        text[bytes] = character;
+        text[bytes + 1] = 0;
+        // After the text: in this order the next append has its header soonest.
+        data->characters = characters + 1;
+        data->bytes = bytes + 1;
+        return *this;
+    }
     SString& operator+=(unsigned int character);
     SString& operator+=(int character) { return *this += static_cast<unsigned int>(character); }
 
@@ -376,12 +391,18 @@ protected:
     // bytes <= 0 gives the empty buffer. AllocBuffer does not give the old buffer back.
     static char* NewText(std::int64_t bytes);
     void AllocBuffer(std::int64_t bytes) { text_ = NewText(bytes); }
+    // The same with a copy of so many bytes of a text, its characters counted.
+    static char* CopyText(std::int64_t bytes, const char* text);
     // A buffer of one's own with room for `bytes` bytes, whose old content is given up; with
     // exactly the old content.
     void AllocBeforeWrite(std::int64_t bytes);
     void CopyBeforeWrite();
     void AssignCopy(std::int64_t bytes, const char* text);
     void ConcatInPlace(std::int64_t bytes, const char* text);
+    // A buffer of one's own with the present text and at least so much room; returns where the
+    // source stands then, which may be a part of the text.
+    const char* Enlarge(std::int64_t capacity, const char* source);
+    SString& AppendByte(char character);
     void Release() noexcept;
     // Writes the terminator and both lengths; at most the capacity, nothing on the empty buffer.
     void SetLength(std::int32_t bytes) noexcept;

@@ -75,14 +75,15 @@ public:
     SStringBuffer& operator+=(const char* text) { return Append(ViewOf(text)); }
     SStringBuffer& operator+=(std::string_view text) { return Append(text); }
     SStringBuffer& operator+=(char character) {
-        SStringData* const data = GetData();
-        if (data->bytes >= data->capacity || IsShared()) return Append({&character, 1});
+        char* const text = text_;
+        SStringData* const data = DataOf(text);
         const std::int32_t bytes = data->bytes;
-        char* const end = text_ + bytes;
-        end[0] = character;
-        end[1] = 0;
-        data->bytes = bytes + 1;
+        if (bytes >= data->capacity || IsShared()) return AppendByte(character);
+        text[bytes] = character;
+        text[bytes + 1] = 0;
+        // After the text: in this order the next append has its header soonest.
         data->characters = 0;
+        data->bytes = bytes + 1;
         return *this;
     }
     // One character, as SString takes it: two bytes for a double-byte code of the process's page.
@@ -116,6 +117,7 @@ private:
     }
     SStringBuffer& Assign(std::string_view text);
     SStringBuffer& Append(std::string_view text);
+    SStringBuffer& AppendByte(char character);
     std::int64_t Grown(std::int64_t capacity, std::int64_t needed) const noexcept;
 
     std::uint32_t initial_ = 0;
