@@ -13,6 +13,7 @@
 
 #include "strings/char_set.h"
 #include "strings/mbs.h"
+#include "strings/text_writer.h"
 
 using brcore8::CodePage;
 namespace mbs = brcore8::mbs;
@@ -83,6 +84,10 @@ SString& SStringTable::Insert(int index, const SString& text) {
     return *::new (NewAt(index)) SString(std::move(copy));
 }
 
+void SStringTable::Append(SString&& text) {
+    ::new (NewAt(GetCount())) SString(std::move(text));
+}
+
 // Room for more strings, growing by at least half, so that many small additions stay linear.
 void SStringTable::ReserveFor(int added) {
     const std::int64_t needed = std::int64_t{GetCount()} + added;
@@ -100,7 +105,7 @@ void SStringTable::Take(SStringTable& other) {
     }
     ReserveFor(other.GetCount());
     for (SString& text : other)
-        ::new (NewAt(GetCount())) SString(std::move(text));
+        Append(std::move(text));
 }
 
 void SStringTable::Destroy(void* element) {
@@ -128,35 +133,61 @@ void SStringTable::Relocate(void* destination, void* source, int count, int&) {
 
 namespace {
 
-// Walks a list character by character.
-struct ListReader {
-    const CodePage& page;
-    const char* p;
-    const char* end;
-    brcore8::CharSet separators;
-    unsigned escape;  // normalised; 0 is none
-
-    unsigned Code() const noexcept { return mbs::UnsignedCodeAt(page, p, end); }
-    bool AtSeparator() const noexcept { return separators.Contains(Code()); }
-    void Step() noexcept { p += mbs::CharBytes(page, p, end); }
-
-    // The next item into `item`, and every separator after it.
-    void Read(SStringBuffer& item) {
-        item.Clear();
-        const char* plain = p;  // text that is not yet in the item
-        while (p < end && !AtSeparator()) {
-            if (escape != 0 && Code() == escape) {
-                item.Concat(plain, p);
-                Step();
-                plain = p;
-                if (p == end) break;
-            }
-            Step();
-        }
-        item.Concat(plain, p);
-        while (p < end && AtSeparator())
-            Step();
+// Takes a list apart.
+class ListReader {
+public:
+    ListReader(const CodePage& page, std::string_view list, std::string_view separators,
+               unsigned escape)
+        : page_(page),
+          p_(list.data()),
+          end_(list.data() + list.size()),
+          separators_(page, separators),
+          escape_(mbs::Normalize(page, escape)) {
+        for (unsigned byte = 0; byte < 256; ++byte)
+            plain_[byte] = !page.IsLead(static_cast<unsigned char>(byte)) &&
+                           !separators_.Contains(byte) && (escape_ == 0 || byte != escape_);
     }
+
+    bool AtEnd() const noexcept { return p_ == end_; }
+
+    // The next item, read past every separator after it. It is a part of the list, or of `scratch`
+    // where an escape had to be left out.
+    std::string_view Read(SStringBuffer& scratch) {
+        bool escaped = false;
+        const char* begin = p_;  // of what is not yet in the scratch
+        for (;; Step()) {
+            while (p_ < end_ && plain_[mbs::Byte(p_)])
+                ++p_;
+            if (p_ == end_ || AtSeparator()) break;
+            if (escape_ == 0 || Code() != escape_) continue;
+            if (!escaped) scratch.Clear();
+            escaped = true;
+            scratch.Concat(begin, p_);
+            Step();
+            begin = p_;
+            if (p_ == end_) break;
+        }
+        std::string_view item(begin, static_cast<std::size_t>(p_ - begin));
+        if (escaped) {
+            scratch += item;
+            item = scratch.View();
+        }
+        while (p_ < end_ && AtSeparator())
+            Step();
+        return item;
+    }
+
+private:
+    unsigned Code() const noexcept { return mbs::UnsignedCodeAt(page_, p_, end_); }
+    bool AtSeparator() const noexcept { return separators_.Contains(Code()); }
+    void Step() noexcept { p_ += mbs::CharBytes(page_, p_, end_); }
+
+    const CodePage& page_;
+    const char* p_;
+    const char* end_;
+    brcore8::CharSet separators_;
+    unsigned escape_;  // normalised; 0 is none
+    bool plain_[256];  // a character of one byte that is neither separator nor escape
 };
 
 }  // namespace
@@ -164,16 +195,11 @@ struct ListReader {
 void SStringTable::AddFromList(const SString& list, const SString& separators,
                                unsigned int escape) {
     const SString text = list;  // a share: it may be a string of this table
-    const CodePage& page = CodePage::Ansi();
-    const std::string_view view = text.View();
-    ListReader reader{page, view.data(), view.data() + view.size(),
-                      brcore8::CharSet(page, separators.View()), mbs::Normalize(page, escape)};
+    ListReader reader(CodePage::Ansi(), text.View(), separators.View(), escape);
     SStringTable parsed;
-    SStringBuffer item(64);
-    while (reader.p < reader.end) {
-        reader.Read(item);
-        parsed.Add(SString(item));
-    }
+    SStringBuffer scratch(64);
+    while (!reader.AtEnd())
+        parsed.Append(SString(reader.Read(scratch)));
     Take(parsed);
 }
 
@@ -190,26 +216,78 @@ void SStringTable::SetFromList(unsigned int id, const SString& separators, unsig
     SetFromList(list, separators, escape);
 }
 
-SString SStringTable::GetAsList(unsigned int separator, unsigned int escape) const {
-    const CodePage& page = CodePage::Ansi();
-    const unsigned cut = mbs::Normalize(page, separator);
-    const unsigned guard = mbs::Normalize(page, escape);
-    SStringBuffer list(256);
-    for (int i = 0; i < GetCount(); ++i) {
-        if (i > 0) list += cut;
-        const std::string_view text = GetAt(i).View();
-        const char* const end = text.data() + text.size();
-        const char* plain = text.data();
-        for (const char* p = plain; p < end; p += mbs::CharBytes(page, p, end)) {
-            const unsigned code = mbs::UnsignedCodeAt(page, p, end);
-            if (guard == 0 || (code != guard && code != cut)) continue;
-            list.Concat(plain, p);
-            list += guard;
-            plain = p;
-        }
-        list.Concat(plain, end);
+namespace {
+
+// What stands between the strings of a list, and the escape before a character of a string that is
+// one of the two.
+struct ListMarks {
+    const CodePage& page;
+    unsigned separator;
+    unsigned escape;  // 0 is none
+    char separatorBytes[2];
+    char escapeBytes[2];
+
+    ListMarks(const CodePage& codePage, unsigned separatorCode, unsigned escapeCode)
+        : page(codePage),
+          separator(mbs::Normalize(page, separatorCode)),
+          escape(mbs::Normalize(page, escapeCode)) {
+        mbs::Put(page, separator, separatorBytes);
+        mbs::Put(page, escape, escapeBytes);
     }
-    return list;
+    std::string_view Separator() const { return {separatorBytes, separator < 256 ? 1u : 2u}; }
+    std::string_view Escape() const { return {escapeBytes, escape < 256 ? 1u : 2u}; }
+
+    // Calls back with each character that needs an escape.
+    template <class Found>
+    void ForEachEscaped(std::string_view text, Found found) const {
+        const char* const end = text.data() + text.size();
+        for (const char* p = text.data(); p < end; p += mbs::CharBytes(page, p, end)) {
+            const unsigned code = mbs::UnsignedCodeAt(page, p, end);
+            if (code == escape || code == separator) found(p);
+        }
+    }
+    // Under a single-byte page, a whole list at once.
+    std::int64_t CountEscapedBytes(std::string_view text) const {
+        std::int64_t count = 0;
+        for (const char byte : text)
+            count += (byte == *escapeBytes) | (byte == *separatorBytes);
+        return count;
+    }
+    void PutEscaped(brcore8::TextWriter& list, std::string_view text) const {
+        const char* plain = text.data();
+        ForEachEscaped(text, [&](const char* p) {
+            list.Put({plain, p});
+            list.Put(Escape());
+            plain = p;
+        });
+        list.Put({plain, text.data() + text.size()});
+    }
+};
+
+}  // namespace
+
+SString SStringTable::GetAsList(unsigned int separator, unsigned int escape) const {
+    if (IsEmpty()) return SString();
+    const ListMarks marks(CodePage::Ansi(), separator, escape);
+    const std::string_view cut = marks.Separator();
+    SString plain = Format(SString(), SString(cut), SString());
+    if (marks.escape == 0) return plain;
+    std::int64_t escaped = 0;
+    if (marks.page.IsDoubleByte()) {
+        for (const SString& text : *this)
+            marks.ForEachEscaped(text.View(), [&](const char*) { ++escaped; });
+    } else {
+        escaped = marks.CountEscapedBytes(plain.View()) - (GetCount() - 1);
+    }
+    if (escaped == 0) return plain;
+    brcore8::TextWriter list(plain.LengthByte() +
+                             escaped * static_cast<std::int64_t>(marks.Escape().size()));
+    plain.Done();
+    for (int i = 0; i < GetCount(); ++i) {
+        if (i > 0) list.Put(cut);
+        marks.PutEscaped(list, GetAt(i).View());
+    }
+    return std::move(list).Take();
 }
 
 SString SStringTable::Format() const {
@@ -227,14 +305,18 @@ SString SStringTable::Format(const SString& separator, const SString& suffix) co
 SString SStringTable::Format(const SString& prefix, const SString& separator,
                              const SString& suffix) const {
     if (IsEmpty()) return SString();
-    SStringBuffer text(256);
-    text += prefix;
+    std::int64_t bytes = prefix.LengthByte() + std::int64_t{suffix.LengthByte()} +
+                         (GetCount() - std::int64_t{1}) * separator.LengthByte();
+    for (const SString& text : *this)
+        bytes += text.LengthByte();
+    brcore8::TextWriter all(bytes);
+    all.Put(prefix.View());
     for (int i = 0; i < GetCount(); ++i) {
-        if (i > 0) text += separator;
-        text += GetAt(i);
+        if (i > 0) all.Put(separator.View());
+        all.Put(GetAt(i).View());
     }
-    text += suffix;
-    return text;
+    all.Put(suffix.View());
+    return std::move(all).Take();
 }
 
 // ---- Order --------------------------------------------------------------------------------------

@@ -175,6 +175,7 @@ protected:
 private:
     // Puts the strings, all of them, into that order; none: leaves them as they are.
     void Rearrange(const STable<SString*>& order);
+    void Append(SString&& text);
     void ReserveFor(int added);
     void Take(SStringTable& other);
 };
