@@ -11,6 +11,7 @@
 #include <cstring>
 
 #include "strings/code_page.h"
+#include "strings/short_number.h"
 
 using brcore8::CodePage;
 
@@ -44,6 +45,7 @@ public:
     }
     // The text in a field of `width`.
     void AppendField(const char* text, std::size_t bytes, std::size_t width, bool left) {
+        hasZero_ = hasZero_ || (bytes == 1 && *text == 0);
         if (!left) Pad(bytes, width);
         Append(text, bytes);
         if (left) Pad(bytes, width);
@@ -52,7 +54,7 @@ public:
     std::size_t Free() const { return capacity_ - size_; }
     const char* Text() const { return data_; }
     // Up to the first zero byte, where the platform's functions see the end.
-    std::size_t Bytes() const { return strnlen(data_, size_); }
+    std::size_t Bytes() const { return hasZero_ ? strnlen(data_, size_) : size_; }
 
 private:
     void Pad(std::size_t bytes, std::size_t width) {
@@ -73,6 +75,7 @@ private:
     char* data_ = stack_;
     std::size_t size_ = 0;
     std::size_t capacity_ = sizeof(stack_);
+    bool hasZero_ = false;  // which only a character can be
 };
 
 enum class Size { Default, Char, Short, Long, LongLong, Max, Pointer, Int32 };
@@ -87,8 +90,11 @@ struct Conversion {
     bool longDouble = false;
     char letter = 0;
 
-    bool IsPlainDecimal() const {
-        return flags[0] == 0 && width == 0 && precision < 0 && std::strchr("diu", letter);
+    bool IsPlain() const { return flags[0] == 0 && width == 0 && precision < 0; }
+    bool IsDecimal() const { return letter == 'd' || letter == 'i' || letter == 'u'; }
+    static bool IsFlag(char letter) {
+        return letter == '#' || letter == '-' || letter == '+' || letter == '0' || letter == ' ' ||
+               letter == '\'';
     }
     void AddFlag(char flag) {
         if (!std::strchr(flags, flag)) flags[std::strlen(flags)] = flag;
@@ -107,9 +113,10 @@ public:
 
     void Run(const char* format) {
         while (*format) {
-            const std::size_t plain = std::strcspn(format, "%");
-            output_.Append(format, plain);
-            format += plain;
+            const char* const plain = format;
+            while (*format && *format != '%')
+                ++format;
+            output_.Append(plain, static_cast<std::size_t>(format - plain));
             if (*format == 0) return;
             const char* begin = format++;
             Conversion conversion;
@@ -128,6 +135,7 @@ private:
     bool Convert(const Conversion& conversion);
     void Signed(const Conversion& conversion);
     void Unsigned(const Conversion& conversion);
+    void Fraction(const Conversion& conversion, double value);
     void Narrow(const Conversion& conversion, const char* text);
     void Wide(const Conversion& conversion, const unsigned short* text);
     void Character(const Conversion& conversion, bool wide);
@@ -150,7 +158,7 @@ const char* Formatter::ParseNumber(const char* p, std::int64_t& value) {
 }
 
 const char* Formatter::Parse(const char* p, Conversion& to) {
-    while (*p && std::strchr("#-+0 '", *p))
+    while (Conversion::IsFlag(*p))
         to.AddFlag(*p++);
     if (*p == '*') {
         to.width = va_arg(arguments_, int);
@@ -240,7 +248,7 @@ bool Formatter::Convert(const Conversion& conversion) {
             if (conversion.longDouble)
                 Print(conversion, "L", va_arg(arguments_, long double));
             else
-                Print(conversion, "", va_arg(arguments_, double));
+                Fraction(conversion, va_arg(arguments_, double));
             return true;
         case 'c':
         case 'C':
@@ -328,10 +336,19 @@ void Formatter::Unsigned(const Conversion& conversion) {
 
 template <typename Value>
 void Formatter::PrintWhole(const Conversion& conversion, Value value) {
-    if (!conversion.IsPlainDecimal()) return Print(conversion, "ll", value);
+    if (!conversion.IsPlain() || !conversion.IsDecimal()) return Print(conversion, "ll", value);
     constexpr std::size_t kDigits = 20;
     char* room = output_.Room(kDigits);
     output_.Grow(static_cast<std::size_t>(std::to_chars(room, room + kDigits, value).ptr - room));
+}
+
+void Formatter::Fraction(const Conversion& conversion, double value) {
+    if (conversion.IsPlain() && conversion.letter == 'g') {
+        char* const room = output_.Room(brcore8::kShortNumber);
+        if (const char* const end = brcore8::PutShortNumber(value, room))
+            return output_.Grow(static_cast<std::size_t>(end - room));
+    }
+    Print(conversion, "", value);
 }
 
 template <typename Value>
