@@ -128,19 +128,6 @@ const IdleQueueEnd g_idleQueueEnd;
 
 namespace brcore8 {
 
-void* PoolAccess::AllocFromNewChunk(SFixedAlloc& pool) {
-    // The heap is asked without the lock: it may be slow, and a replaced one may use this pool.
-    pool.lock_.Unlock();
-    void* const chunk = NewChunk(pool);
-    const LightLockGuard guard(pool.lock_);
-    if (chunk != nullptr) AddChunk(pool, chunk);
-    void* const block = pool.free_;
-    if (block == nullptr) ThrowOutOfMemory();
-    UnpoisonMemory(block, pool.blockSize_);
-    pool.free_ = Link(block);
-    return block;
-}
-
 void* PoolAccess::NewChunk(const SFixedAlloc& pool) noexcept {
     const std::uint64_t size = SFixedAlloc::ChunkSize(pool.blockSize_, pool.blocksPerChunk_);
     if (size > kLargestChunk || !MayAllocate(static_cast<std::size_t>(size))) return nullptr;
@@ -164,13 +151,15 @@ void PoolAccess::AddChunk(SFixedAlloc& pool, void* chunk) noexcept {
 
 SFixedAlloc::~SFixedAlloc() {
     FreeAll();
+    delete magazines_.load(std::memory_order_relaxed);
 }
 
 int SFixedAlloc::OnIdle(int force) {
     bool worthWhile = false;
     {
         const brcore8::LightLockGuard guard(lock_);
-        worthWhile = force != 0 ? freed_ != 0 : threshold_ != 0 && freed_ >= threshold_;
+        const int freed = brcore8::PoolAccess::CountFreed(*this);
+        worthWhile = force != 0 ? freed != 0 : threshold_ != 0 && freed >= threshold_;
     }
     if (worthWhile) FreeUnused();
     return 0;
@@ -188,6 +177,7 @@ long SFixedAlloc::FreeAll() noexcept {
     void* chunks = nullptr;
     {
         const brcore8::LightLockGuard guard(lock_);
+        brcore8::PoolAccess::EmptyMagazines(*this);
         chunks = chunks_;
         chunks_ = nullptr;
         free_ = nullptr;
@@ -202,6 +192,7 @@ long SFixedAlloc::FreeUnused() noexcept {
     void* unused = nullptr;
     {
         const brcore8::LightLockGuard guard(lock_);
+        brcore8::PoolAccess::EmptyMagazines(*this);
         if (chunks_ == nullptr || freed_ == 0) {
             freed_ = 0;
             threshold_ = 0;
@@ -228,6 +219,7 @@ long SFixedAlloc::FreeUnused() noexcept {
 SFixedAllocStats SFixedAlloc::GetStats() const noexcept {
     const brcore8::LightLockGuard guard(lock_);
     SFixedAllocStats stats{};
+    stats.free = brcore8::PoolAccess::CountMagazines(*this);
     for (void* chunk = chunks_; chunk != nullptr; chunk = Link(chunk))
         ++stats.chunks;
     for (void *block = free_, *next = nullptr; block != nullptr; block = next) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <list>
@@ -287,6 +288,62 @@ TEST(PoolResource, ServesWhatFitsABlock) {
     pool.FreeAll();
     const FailNthAllocation refused(1);
     EXPECT_THROW(static_cast<void>(resource.allocate(48, alignof(void*))), std::bad_alloc);
+}
+
+// A thread that takes blocks and gives them back, then waits, keeping some for itself.
+class Keeper {
+public:
+    Keeper(SFixedAlloc& pool, std::size_t blocks)
+        : thread_([this, &pool, blocks] {
+              Give(pool, Take(pool, blocks));
+              ready_ = true;
+              ready_.notify_all();
+              end_.wait(false);
+          }) {
+        ready_.wait(false);
+    }
+    ~Keeper() {
+        end_ = true;
+        end_.notify_all();
+        thread_.join();
+    }
+
+private:
+    std::atomic<bool> ready_ = false, end_ = false;
+    std::thread thread_;
+};
+
+TEST(FixedAllocThreads, TakeBackWhatOthersKeep) {
+    SFixedAlloc pool(24, 16, nullptr, nullptr);
+    for (const bool ended : {false, true}) {
+        SCOPED_TRACE(ended);
+        auto keeper = std::make_unique<Keeper>(pool, 100);
+        if (ended) keeper.reset();
+        ExpectStats(pool, 7, 0, 112);
+        // Each thread is handed first what it gave back last.
+        const std::vector<void*> mine = Take(pool, 3);
+        Give(pool, mine);
+        EXPECT_EQ(pool.Alloc(), mine[2]);
+        EXPECT_EQ(pool.Alloc(), mine[1]);
+        pool.Free(mine[1]);
+        pool.OnIdle(1);
+        EXPECT_EQ(pool.GetStats().live, 1u);
+        EXPECT_EQ(pool.GetStats().chunks, 1u);
+        pool.Free(mine[2]);
+        EXPECT_EQ(pool.FreeUnused(), 1);
+        const Keeper another(pool, 40);
+        EXPECT_EQ(pool.FreeAll(), 3);
+        ExpectStats(pool, 0, 0, 0);
+    }
+}
+
+TEST(FixedAllocThreads, ServeFromWhatOthersKeepWithoutMemory) {
+    SFixedAlloc pool(24, 4, nullptr, nullptr);
+    const Keeper keeper(pool, 4);
+    const FailNthAllocation refused(1, true);
+    (void)Take(pool, 4);
+    EXPECT_THROW((void)pool.Alloc(), SEOutOfMemory);
+    ExpectStats(pool, 1, 4, 0);
 }
 
 TEST(FixedAllocThreads, ShareAPool) {

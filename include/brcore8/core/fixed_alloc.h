@@ -1,8 +1,10 @@
 // Pools of fixed-size blocks: carved from chunks, kept on a free list, given back to the heap a
 // whole chunk at a time in idle time. Allocation and release are constant-time.
 //
-// Threads: every pool has its own lock and may be shared. Ownership: a pool owns its chunks and
-// gives them all back when it is destroyed, also those with blocks in use.
+// Threads: every pool has its own lock and may be shared. Once a process has several threads, each
+// keeps some free blocks of a pool for itself, up to two chunks' worth; reclamation takes them back,
+// also those of threads that have ended. Ownership: a pool owns its chunks and gives them all back
+// when it is destroyed, also those with blocks in use.
 // A pool without an idle list is constant-initialised: it works in any static initialiser.
 #ifndef BRCORE8_CORE_FIXED_ALLOC_H
 #define BRCORE8_CORE_FIXED_ALLOC_H
@@ -11,18 +13,20 @@
 #include <brcore8/platform/export.h>
 #include <brcore8/platform/light_lock.h>
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 
 namespace brcore8 {
 struct PoolAccess;
-}
+struct PoolMagazines;
+}  // namespace brcore8
 
 // How full a pool is, counted on request.
 struct SFixedAllocStats {
     std::size_t chunks;  // taken from the heap
     std::size_t live;    // blocks handed out
-    std::size_t free;    // blocks waiting on the free list
+    std::size_t free;    // blocks waiting to be
 };
 
 // A pool.
@@ -61,8 +65,8 @@ public:
     // ascending order. Throws SEOutOfMemory when the heap refuses a chunk.
     [[nodiscard]] void* Alloc();
 
-    // Puts a block of this pool back; it is the next to be handed out. Null does nothing. That the
-    // block is one of this pool's is not checked.
+    // Puts a block of this pool back; it is the next that this thread is handed. Null does nothing.
+    // That the block is one of this pool's is not checked.
     void Free(void* block) noexcept;
 
     // Gives back every chunk, whatever is in use, and returns how many there were. The pool can be
@@ -102,6 +106,7 @@ private:
     int freed_ = 0;           // Free calls since the last reclamation
     int threshold_ = 0;       // Free calls that make an unforced reclamation worth while
     mutable brcore8::LightLock lock_;
+    std::atomic<brcore8::PoolMagazines*> magazines_{nullptr};  // free blocks that threads keep
 };
 static_assert(sizeof(void*) != 4 || SFixedAlloc::ChunkSize(24, 64) == 24 * 64 + 4);
 static_assert(sizeof(void*) != 4 || SFixedAlloc::ChunkSize(52, 128) == 52 * 128 + 4);
