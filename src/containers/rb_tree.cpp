@@ -2,58 +2,14 @@
 
 __STree::~__STree() = default;
 
-// ---- Walk and find ----------------------------------------------------------------------------
+// ---- Find -------------------------------------------------------------------------------------
 
-__STree::Entry* __STree::GetMinimum(Entry* entry) {
-    while (_Left(entry) != nullptr)
-        entry = entry->left;
-    return entry;
-}
-
-__STree::Entry* __STree::GetMaximum(Entry* entry) {
-    while (_Right(entry) != nullptr)
-        entry = entry->right;
-    return entry;
-}
-
-__STree::Entry* __STree::Successor(Entry* entry) {
-    if (_Right(entry) != nullptr) return GetMinimum(entry->right);
-    Entry* parent = _Parent(entry);
-    while (parent != nullptr && parent->right == entry) {
-        entry = parent;
-        parent = entry->parent;
-    }
-    return parent;
-}
-
-__STree::Entry* __STree::Predecessor(Entry* entry) {
-    if (_Left(entry) != nullptr) return GetMaximum(entry->left);
-    Entry* parent = _Parent(entry);
-    while (parent != nullptr && parent->left == entry) {
-        entry = parent;
-        parent = entry->parent;
-    }
-    return parent;
-}
-
-// The entry with the key, or null with the parent that a new one would have and the side it would
-// take (`order`, negative for the left).
-__STree::Entry* __STree::Descend(std::intptr_t key, Entry*& parent, int& order) const {
-    parent = nullptr;
-    order = 0;
-    for (Entry* entry = root_; entry != nullptr;) {
-        order = CompareKey(key, GetKey(entry->Element()));
-        if (order == 0) return entry;
-        parent = entry;
-        entry = order < 0 ? entry->left : entry->right;
-    }
-    return nullptr;
+__STree::Place __STree::PlaceOf(std::intptr_t key) const {
+    return Descend([this, key](const void* element) { return CompareKey(key, GetKey(element)); });
 }
 
 __STree::Entry* __STree::GetEntry(std::intptr_t key) const {
-    Entry* parent;
-    int order;
-    return Descend(key, parent, order);
+    return PlaceOf(key).found;
 }
 
 void* __STree::Find(std::intptr_t key) const {
@@ -64,14 +20,13 @@ void* __STree::Find(std::intptr_t key) const {
 // ---- Add --------------------------------------------------------------------------------------
 
 void* __STree::AddVoid(std::intptr_t key) {
-    Entry* parent;
-    int order;
-    Entry* entry = Descend(key, parent, order);
+    const Place place = PlaceOf(key);
+    Entry* entry = place.found;
     if (entry != nullptr) {
         Destroy(entry->Element());
     } else {
         entry = ::new (AllocateEntry()) Entry;
-        LinkEntry(entry, parent, order < 0);
+        LinkEntry(entry, place.parent, place.left);
     }
     return entry->Element();
 }
@@ -83,15 +38,13 @@ void __STree::Abandon(void* storage) {
 }
 
 void* __STree::AddCopy(std::intptr_t key, const void* value) {
-    Entry* parent;
-    int order;
-    Entry* old = Descend(key, parent, order);
+    const Place place = PlaceOf(key);
     Entry* entry = NewCopy(value);
-    if (old != nullptr) {
-        ReplaceEntry(old, entry);
-        DropEntry(old);
+    if (place.found != nullptr) {
+        ReplaceEntry(place.found, entry);
+        DropEntry(place.found);
     } else {
-        LinkEntry(entry, parent, order < 0);
+        LinkEntry(entry, place.parent, place.left);
     }
     return entry->Element();
 }

@@ -1,59 +1,15 @@
 #include <brcore8/strings/string_map.h>
 
-#include <brcore8/core/fixed_alloc.h>
-#include <brcore8/core/throw.h>
-
 #include <algorithm>
+#include <bit>
 #include <cstdio>
+#include <cstring>
 
-#include "core/never_destroyed.h"
-#include "core/pool_access.h"
 #include "strings/char_set.h"
 #include "strings/mbs.h"
 
 using brcore8::CodePage;
 namespace mbs = brcore8::mbs;
-
-// ---- Storage ------------------------------------------------------------------------------------
-
-namespace {
-
-// An entry of the tree has three links and a colour; then come two strings, and of a map in
-// insertion order two links more.
-constexpr std::uint32_t kSortedSize = 6 * sizeof(void*);
-constexpr std::uint32_t kUnsortedSize = 8 * sizeof(void*);
-
-// Maps may be static objects, so the pools are never destroyed.
-constinit brcore8::NeverDestroyed<SFixedAlloc> sortedPool(kSortedSize, 128u, "SStringMap", nullptr);
-constinit brcore8::NeverDestroyed<SFixedAlloc> unsortedPool(kUnsortedSize, 128u,
-                                                            "SStringUnsortedMap", nullptr);
-
-struct Unload {
-    ~Unload() {
-        sortedPool.object.FreeUnused();
-        unsortedPool.object.FreeUnused();
-    }
-} unload;
-
-SFixedAlloc* PoolOf(std::size_t size) {
-    if (size == kSortedSize) return &sortedPool.object;
-    return size == kUnsortedSize ? &unsortedPool.object : nullptr;
-}
-
-}  // namespace
-
-void* SStringMapAllocator::Allocate(std::size_t size) {
-    SFixedAlloc* const pool = PoolOf(size);
-    return pool ? brcore8::PoolAccess::Alloc(*pool) : brcore8::Allocate(size);
-}
-
-void SStringMapAllocator::Free(void* block, std::size_t size) noexcept {
-    SFixedAlloc* const pool = PoolOf(size);
-    if (pool)
-        brcore8::PoolAccess::Free(*pool, block);
-    else
-        brcore8::Release(block);
-}
 
 // ---- Keys ---------------------------------------------------------------------------------------
 
@@ -75,8 +31,34 @@ int brcore8::CompareMapKeysNoCase(std::string_view left, std::string_view right)
     return mbs::CompareWholeNoCase(left, right);
 }
 
+namespace {
+
+// Eight bytes, as a number that orders as they do.
+std::uint64_t Word(const char* text) noexcept {
+    std::uint64_t word;
+    std::memcpy(&word, text, sizeof word);
+    return std::endian::native == std::endian::little ? __builtin_bswap64(word) : word;
+}
+
+// As CompareMapKeys, made for the many short comparisons of a descent. Keys have beginnings in
+// common and mostly differ within a few words.
+int CompareKeys(std::string_view left, std::string_view right) noexcept {
+    if (CodePage::Ansi().IsDoubleByte()) return mbs::CompareWhole(left, right);
+    const std::size_t limit = std::min(left.size(), right.size());
+    for (std::size_t i = 0; i < limit; i += sizeof(std::uint64_t)) {
+        if (limit < sizeof(std::uint64_t)) return left.compare(right);
+        // The last word reaches back into the one before.
+        const std::size_t at = std::min(i, limit - sizeof(std::uint64_t));
+        const std::uint64_t a = Word(left.data() + at), b = Word(right.data() + at);
+        if (a != b) return a < b ? -1 : 1;
+    }
+    return (left.size() > limit) - (right.size() > limit);
+}
+
+}  // namespace
+
 int SStringMap::CompareKey(std::intptr_t left, std::intptr_t right) const {
-    return mbs::CompareWhole(KeyText(left), KeyText(right));
+    return CompareKeys(KeyText(left), KeyText(right));
 }
 
 int SStringMapNoCase::CompareKey(std::intptr_t left, std::intptr_t right) const {
@@ -84,11 +66,27 @@ int SStringMapNoCase::CompareKey(std::intptr_t left, std::intptr_t right) const 
 }
 
 int SStringUnsortedMap::CompareKey(std::intptr_t left, std::intptr_t right) const {
-    return mbs::CompareWhole(KeyText(left), KeyText(right));
+    return CompareKeys(KeyText(left), KeyText(right));
 }
 
 int SStringUnsortedMapNoCase::CompareKey(std::intptr_t left, std::intptr_t right) const {
     return mbs::CompareWholeNoCase(KeyText(left), KeyText(right));
+}
+
+auto SStringMap::Locate(std::intptr_t key) const -> Place {
+    return LocateBy(typeid(SStringMap), key, CompareKeys);
+}
+
+auto SStringMapNoCase::Locate(std::intptr_t key) const -> Place {
+    return LocateBy(typeid(SStringMapNoCase), key, mbs::CompareWholeNoCase);
+}
+
+auto SStringUnsortedMap::Locate(std::intptr_t key) const -> Place {
+    return LocateBy(typeid(SStringUnsortedMap), key, CompareKeys);
+}
+
+auto SStringUnsortedMapNoCase::Locate(std::intptr_t key) const -> Place {
+    return LocateBy(typeid(SStringUnsortedMapNoCase), key, mbs::CompareWholeNoCase);
 }
 
 // ---- Key formats --------------------------------------------------------------------------------

@@ -242,8 +242,8 @@ void StaysAsItWas() {
 }
 
 TEST(MapLifeTest, StaysAsItWasWhenSomethingFails) {
-    StaysAsItWas<SMap<int, Counted>>();
-    StaysAsItWas<SUnsortedMap<int, Counted>>();
+    StaysAsItWas<SMap<int, Counted, STreeHeap>>();
+    StaysAsItWas<SUnsortedMap<int, Counted, STreeHeap>>();
 }
 
 TEST(MapLifeTest, AComparisonThatThrowsChangesNothing) {

@@ -28,6 +28,11 @@
 #include <typeinfo>
 #include <utility>
 
+template <class K, class V, class Alloc>
+class SMap;
+template <class K, class V, class Alloc>
+class SUnsortedMap;
+
 template <class K, class V>
 struct SMapPair {
     const K key;
@@ -62,12 +67,12 @@ public:
     // ---- Find ---------------------------------------------------------------------------------
 
     // The value of the key, or null.
-    V* Retrieve(const K& key) { return ValueOrNull(Locate(Travel(key)).found); }
-    const V* Retrieve(const K& key) const { return ValueOrNull(Locate(Travel(key)).found); }
-    bool Contains(const K& key) const { return Locate(Travel(key)).found != nullptr; }
+    V* Retrieve(const K& key) { return ValueOrNull(LocateKey(key).found); }
+    const V* Retrieve(const K& key) const { return ValueOrNull(LocateKey(key).found); }
+    bool Contains(const K& key) const { return LocateKey(key).found != nullptr; }
     // The place of the key, or end().
-    iterator Find(const K& key) { return PlaceOf(Locate(Travel(key)).found); }
-    const_iterator Find(const K& key) const { return PlaceOf(Locate(Travel(key)).found); }
+    iterator Find(const K& key) { return PlaceOf(LocateKey(key).found); }
+    const_iterator Find(const K& key) const { return PlaceOf(LocateKey(key).found); }
 
     // ---- Change -------------------------------------------------------------------------------
 
@@ -75,11 +80,11 @@ public:
     V& Add(const K& key, const V& value);
     // The value of the key. A key that is not there is first added with a value-initialised V; in
     // a map that is const such a value, good forever, is returned instead.
-    V& operator[](const K& key) { return FindOrAdd(Travel(key), key); }
-    const V& operator[](const K& key) const { return ValueOrNone(Locate(Travel(key)).found); }
+    V& operator[](const K& key) { return FindOrAdd(LocateKey(key), key); }
+    const V& operator[](const K& key) const { return ValueOrNone(LocateKey(key).found); }
 
     // Return whether there was such a pair. The iterator goes on to the next pair.
-    int Remove(const K& key) { return RemoveEntry(Locate(Travel(key)).found); }
+    int Remove(const K& key) { return RemoveEntry(LocateKey(key).found); }
     int Remove(iterator& at) {
         Entry* const entry = at.entry_;
         ++at;
@@ -94,13 +99,6 @@ public:
     int AssertValid() const;
 
 protected:
-    // Where a key is, or would be linked.
-    struct Place {
-        Entry* found;
-        Entry* parent;
-        int left;
-    };
-
     // Pairs made beforehand, so that nothing can fail for want of memory once the map changes.
     class Batch {
     public:
@@ -160,7 +158,12 @@ protected:
         return STreeCompare()(KeyAt(left), KeyAt(right));
     }
 
-    Place Locate(std::intptr_t key) const;
+    // Where a key is that travels; a derived map may find it in a faster way. By CompareKey here.
+    virtual Place Locate(std::intptr_t key) const;
+    Place LocateKey(const K& key) const;
+    static const K& KeyOf(const void* element) {
+        return static_cast<const Node*>(element)->pair.key;
+    }
     static value_type& PairOf(Entry* entry) { return static_cast<Node*>(entry->Element())->pair; }
     static V* ValueOrNull(Entry* entry) {
         return entry != nullptr ? &PairOf(entry).value : nullptr;
@@ -172,7 +175,7 @@ protected:
     const_iterator PlaceOf(Entry* entry) const { return const_iterator(this, entry); }
     // `key` gives the key of a pair that has to be added: a K, or what makes one.
     template <class Key>
-    V& FindOrAdd(std::intptr_t travelling, const Key& key);
+    V& FindOrAdd(const Place& place, const Key& key);
     int RemoveEntry(Entry* entry);
     // Whether the other map has the same keys, by its own comparison, with equal values.
     template <class Equal>
@@ -210,9 +213,7 @@ private:
     void Swap(__SMap& other) noexcept;
     static const V& None();
 
-    std::intptr_t GetKey(const void* element) const override {
-        return Travel(static_cast<const Node*>(element)->pair.key);
-    }
+    std::intptr_t GetKey(const void* element) const override { return Travel(KeyOf(element)); }
     void Destroy(void* element) override { std::destroy_at(static_cast<Node*>(element)); }
     void CopyTo(void* element, const void* source) override {
         const value_type& pair = static_cast<const Node*>(source)->pair;
@@ -235,7 +236,7 @@ private:
 };
 
 // The map in ascending key order.
-template <class K, class V, class Alloc = STreeHeap>
+template <class K, class V, class Alloc = STreePool>
 class SMap : public __SMap<K, V, Alloc, false> {
 public:
     // Adds every pair of another map, also of one with another order; nothing for itself.
@@ -248,7 +249,7 @@ public:
 
 // The map in the order in which its keys were first added; a key that is removed and added again
 // comes last. Finding is as fast as in SMap, and removing any pair needs no search of its place.
-template <class K, class V, class Alloc = STreeHeap>
+template <class K, class V, class Alloc = STreePool>
 class SUnsortedMap : public __SMap<K, V, Alloc, true> {
 public:
     // Adds every pair of another map, also of one that compares keys differently; nothing for
@@ -430,18 +431,22 @@ void __SMap<K, V, Alloc, InInsertionOrder>::Detach(Entry* entry) {
 
 template <class K, class V, class Alloc, bool InInsertionOrder>
 auto __SMap<K, V, Alloc, InInsertionOrder>::Locate(std::intptr_t key) const -> Place {
-    Place place{nullptr, nullptr, 0};
-    for (Entry* entry = GetRootEntry(); entry != nullptr;) {
-        const int order = CompareKey(key, Travel(PairOf(entry).key));
-        if (order == 0) {
-            place.found = entry;
-            break;
-        }
-        place.parent = entry;
-        place.left = order < 0;
-        entry = order < 0 ? entry->left : entry->right;
+    return Descend([this, key](const void* element) {
+        return CompareKey(key, GetKey(element));
+    });
+}
+
+// A map that no class is derived from orders its keys by `<`, which needs no virtual call.
+template <class K, class V, class Alloc, bool InInsertionOrder>
+auto __SMap<K, V, Alloc, InInsertionOrder>::LocateKey(const K& key) const -> Place {
+    using Plain = std::conditional_t<InInsertionOrder, SUnsortedMap<K, V, Alloc>, SMap<K, V, Alloc>>;
+    if (typeid(*this) != typeid(Plain)) return Locate(Travel(key));
+    if constexpr (std::is_integral_v<K>) {
+        return DescendStraight([&](const void* element) { return KeyOf(element) < key; },
+                               [&](const void* element) { return key < KeyOf(element); });
+    } else {
+        return Descend([&](const void* element) { return STreeCompare()(key, KeyOf(element)); });
     }
-    return place;
 }
 
 // Never destroyed: the reference may be used until the process ends.
@@ -479,7 +484,7 @@ auto __SMap<K, V, Alloc, InInsertionOrder>::NewEntry(const K& key, const V& valu
 
 template <class K, class V, class Alloc, bool InInsertionOrder>
 V& __SMap<K, V, Alloc, InInsertionOrder>::Add(const K& key, const V& value) {
-    const Place place = Locate(Travel(key));
+    const Place place = LocateKey(key);
     if constexpr (std::is_nothrow_move_constructible_v<K> &&
                   std::is_nothrow_move_constructible_v<V>) {
         if (place.found != nullptr) {
@@ -518,8 +523,7 @@ void __SMap<K, V, Alloc, InInsertionOrder>::Settle(Entry* fresh, const Place& pl
 
 template <class K, class V, class Alloc, bool InInsertionOrder>
 template <class Key>
-V& __SMap<K, V, Alloc, InInsertionOrder>::FindOrAdd(std::intptr_t travelling, const Key& key) {
-    const Place place = Locate(travelling);
+V& __SMap<K, V, Alloc, InInsertionOrder>::FindOrAdd(const Place& place, const Key& key) {
     if (place.found != nullptr) return PairOf(place.found).value;
     Entry* const fresh = NewEntry(static_cast<K>(key), V());
     Settle(fresh, place);

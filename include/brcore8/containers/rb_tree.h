@@ -90,11 +90,15 @@ protected:
     Entry* GetRootEntry() const { return root_; }
     Entry* GetFirstEntry() const { return GetMinimum(root_); }
     Entry* GetLastEntry() const { return GetMaximum(root_); }
-    static Entry* GetMinimum(Entry* entry);
-    static Entry* GetMaximum(Entry* entry);
+    static Entry* GetMinimum(Entry* entry) { return GetEnd<&Entry::left>(entry); }
+    static Entry* GetMaximum(Entry* entry) { return GetEnd<&Entry::right>(entry); }
     // The neighbours in key order; null for null and past the ends.
-    static Entry* Successor(Entry* entry);
-    static Entry* Predecessor(Entry* entry);
+    static Entry* Successor(Entry* entry) {
+        return GetNeighbour<&Entry::right, &Entry::left>(entry);
+    }
+    static Entry* Predecessor(Entry* entry) {
+        return GetNeighbour<&Entry::left, &Entry::right>(entry);
+    }
 
     // ---- Add ----------------------------------------------------------------------------------
 
@@ -118,6 +122,22 @@ protected:
     void Clear();
 
     // ---- For descents of the derived container's own ------------------------------------------
+
+    // Where a key is, or would be linked.
+    struct Place {
+        Entry* found;
+        Entry* parent;
+        int left;
+    };
+    // `order` tells of an element whether the key comes before it (negative), is its own (zero) or
+    // comes after it (positive).
+    template <class Order>
+    Place Descend(Order order) const;
+    // The same for keys that compare in no time: both questions are whether the left of two keys
+    // comes first, of an element's key and the key, and the other way round. One comparison a level;
+    // whether the keys are equal is asked at the end.
+    template <class Before, class After>
+    Place DescendStraight(Before before, After after) const;
 
     // Links a new entry with a live element under `parent`, whose link on that side is empty (a
     // null parent: as the root of an empty tree), and balances.
@@ -145,7 +165,22 @@ protected:
     }
 
 private:
-    Entry* Descend(std::intptr_t key, Entry*& parent, int& order) const;
+    template <Entry* Entry::*Link>
+    static Entry* GetEnd(Entry* entry) {
+        while (entry != nullptr && entry->*Link != nullptr)
+            entry = entry->*Link;
+        return entry;
+    }
+    template <Entry* Entry::*Forward, Entry* Entry::*Back>
+    static Entry* GetNeighbour(Entry* entry) {
+        if (entry == nullptr) return nullptr;
+        if (entry->*Forward != nullptr) return GetEnd<Back>(entry->*Forward);
+        Entry* parent = entry->parent;
+        for (; parent != nullptr && parent->*Forward == entry; parent = entry->parent)
+            entry = parent;
+        return parent;
+    }
+    Place PlaceOf(std::intptr_t key) const;
     Entry* NewCopy(const void* value);
     Entry* CloneEntries(const __STree& other);
     void DropAll(Entry* root);
@@ -161,6 +196,39 @@ private:
 };
 static_assert(sizeof(void*) != 4 || sizeof(__STree) == 12);
 
+template <class Order>
+__STree::Place __STree::Descend(Order order) const {
+    Place place{nullptr, nullptr, 0};
+    for (Entry* entry = root_; entry != nullptr;) {
+        const int side = order(entry->Element());
+        if (side == 0) {
+            place.found = entry;
+            break;
+        }
+        place.parent = entry;
+        place.left = side < 0;
+        entry = side < 0 ? entry->left : entry->right;
+    }
+    return place;
+}
+
+template <class Before, class After>
+__STree::Place __STree::DescendStraight(Before before, After after) const {
+    Entry* found = nullptr;
+    Entry* parent = nullptr;
+    // A loop for each side, so that the side is a branch: the processor then runs ahead on the way
+    // that it expects, where a selected address would have to arrive first.
+    for (Entry* entry = root_; entry != nullptr;) {
+        for (; entry != nullptr && before(entry->Element()); entry = entry->right)
+            parent = entry;
+        for (; entry != nullptr && !before(entry->Element()); entry = entry->left)
+            found = parent = entry;
+    }
+    const int left = found == parent;
+    if (found != nullptr && after(found->Element())) found = nullptr;
+    return {found, parent, left};
+}
+
 // Orders keys of any two types that compare with <. A comparison of one's own is such a class:
 // default-constructible, called with two keys, returning negative, zero or positive as strcmp does.
 struct STreeCompare {
@@ -175,6 +243,13 @@ struct STreeCompare {
 struct STreeHeap {
     static void* Allocate(std::size_t size) { return brcore8::Allocate(size); }
     static void Free(void* block, std::size_t) noexcept { brcore8::Release(block); }
+};
+
+// Takes small entries from pools that all containers of the process share, from any thread; larger
+// ones from the general heap. Throws SEOutOfMemory.
+struct BRCORE8_API STreePool {
+    static void* Allocate(std::size_t size);
+    static void Free(void* block, std::size_t size) noexcept;
 };
 
 // The sorted map from Key to T. What takes a key takes any type that Compare accepts together with
@@ -274,12 +349,6 @@ protected:
     void FreeEntry(Entry* entry) override { Allocator::Free(entry, EntrySize()); }
 
 private:
-    // Where a key is, or would be linked.
-    struct Place {
-        Entry* found;
-        Entry* parent;
-        int left;
-    };
     static Element& ElementOf(Entry* entry) { return *static_cast<Element*>(entry->Element()); }
     template <class K>
     Place Locate(const K& key) const;
@@ -355,18 +424,9 @@ private:
 template <class Key, class T, class Compare, class Allocator>
 template <class K>
 auto STreeMap<Key, T, Compare, Allocator>::Locate(const K& key) const -> Place {
-    Place place{nullptr, nullptr, 0};
-    for (Entry* entry = GetRootEntry(); entry != nullptr;) {
-        const int order = Compare{}(key, ElementOf(entry).key);
-        if (order == 0) {
-            place.found = entry;
-            break;
-        }
-        place.parent = entry;
-        place.left = order < 0;
-        entry = order < 0 ? entry->left : entry->right;
-    }
-    return place;
+    return Descend([&key](const void* element) {
+        return Compare{}(key, static_cast<const Element*>(element)->key);
+    });
 }
 
 template <class Key, class T, class Compare, class Allocator>

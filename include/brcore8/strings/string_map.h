@@ -23,14 +23,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <typeinfo>
 
-// Where the pairs of string maps live: pools that all maps of the process share, from any thread.
-class BRCORE8_API SStringMapAllocator {
-public:
-    // Throws SEOutOfMemory.
-    static void* Allocate(std::size_t size);
-    static void Free(void* block, std::size_t size) noexcept;
-};
+// Where the pairs of string maps live.
+class SStringMapAllocator : public STreePool {};
 
 // A key to look up, as it stands; it lives as long as the expression that it is part of. A
 // `const char*` means what it means to SString: null is empty, an identifier is loaded.
@@ -98,26 +94,25 @@ public:
     // ---- Find ---------------------------------------------------------------------------------
 
     // The value of the key, or null.
-    SString* Retrieve(const SStringKey& key) { return Base::ValueOrNull(Locate(key)); }
-    const SString* Retrieve(const SStringKey& key) const { return Base::ValueOrNull(Locate(key)); }
-    bool Contains(const SStringKey& key) const { return Locate(key) != nullptr; }
+    SString* Retrieve(const SStringKey& key) { return Base::ValueOrNull(EntryOf(key)); }
+    const SString* Retrieve(const SStringKey& key) const { return Base::ValueOrNull(EntryOf(key)); }
+    bool Contains(const SStringKey& key) const { return EntryOf(key) != nullptr; }
     // The place of the key, or end().
-    iterator Find(const SStringKey& key) { return this->PlaceOf(Locate(key)); }
-    const_iterator Find(const SStringKey& key) const { return this->PlaceOf(Locate(key)); }
+    iterator Find(const SStringKey& key) { return this->PlaceOf(EntryOf(key)); }
+    const_iterator Find(const SStringKey& key) const { return this->PlaceOf(EntryOf(key)); }
 
     // ---- Change -------------------------------------------------------------------------------
 
     // The value of the key. A key that is not there is first added with an empty value; in a map
     // that is const the empty string is returned instead.
     SString& operator[](const SStringKey& key) {
-        const std::string_view view = key.View();
-        return this->FindOrAdd(Travel(view), key);
+        return this->FindOrAdd(LocateText(key.View()), key);
     }
     const SString& operator[](const SStringKey& key) const {
-        return Base::ValueOrNone(Locate(key));
+        return Base::ValueOrNone(EntryOf(key));
     }
     // Return whether there was such a pair. The iterator goes on to the next pair.
-    int Remove(const SStringKey& key) { return this->RemoveEntry(Locate(key)); }
+    int Remove(const SStringKey& key) { return this->RemoveEntry(EntryOf(key)); }
     int Remove(iterator& at) { return Base::Remove(at); }
     int Remove(iterator&& at) { return Base::Remove(at); }
 
@@ -173,15 +168,22 @@ protected:
         if (key & 1) return *reinterpret_cast<const std::string_view*>(key - 1);
         return reinterpret_cast<const SString*>(key)->View();
     }
+    // Finds a key without a virtual call an element, unless the map is of a class derived from the
+    // one that compares in this way.
+    template <class Compare>
+    __STree::Place LocateBy(const std::type_info& comparing, std::intptr_t key,
+                            Compare compare) const {
+        if (typeid(*this) != comparing) return Base::Locate(key);
+        return this->Descend([compare, text = KeyText(key)](const void* element) {
+            return compare(text, Base::KeyOf(element).View());
+        });
+    }
 
 private:
-    static std::intptr_t Travel(const std::string_view& text) noexcept {
-        return reinterpret_cast<std::intptr_t>(&text) + 1;
+    __STree::Place LocateText(std::string_view text) const {
+        return this->Locate(reinterpret_cast<std::intptr_t>(&text) + 1);
     }
-    auto* Locate(const SStringKey& key) const {
-        const std::string_view view = key.View();
-        return Base::Locate(Travel(view)).found;
-    }
+    auto* EntryOf(const SStringKey& key) const { return LocateText(key.View()).found; }
 };
 
 // A derived map may order keys in another way: it overrides CompareKey and reads the two keys with
@@ -189,24 +191,28 @@ private:
 class BRCORE8_API SStringMap : public __SStringMap<SMap<SString, SString, SStringMapAllocator>> {
 protected:
     int CompareKey(std::intptr_t left, std::intptr_t right) const override;
+    Place Locate(std::intptr_t key) const override;
 };
 
 class BRCORE8_API SStringMapNoCase
     : public __SStringMap<SMap<SString, SString, SStringMapAllocator>> {
 protected:
     int CompareKey(std::intptr_t left, std::intptr_t right) const override;
+    Place Locate(std::intptr_t key) const override;
 };
 
 class BRCORE8_API SStringUnsortedMap
     : public __SStringMap<SUnsortedMap<SString, SString, SStringMapAllocator>> {
 protected:
     int CompareKey(std::intptr_t left, std::intptr_t right) const override;
+    Place Locate(std::intptr_t key) const override;
 };
 
 class BRCORE8_API SStringUnsortedMapNoCase
     : public __SStringMap<SUnsortedMap<SString, SString, SStringMapAllocator>> {
 protected:
     int CompareKey(std::intptr_t left, std::intptr_t right) const override;
+    Place Locate(std::intptr_t key) const override;
 };
 
 #endif
