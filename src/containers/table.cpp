@@ -39,8 +39,20 @@ void __STable::Free(void* block) {
     brcore8::Release(block);
 }
 
-void* __STable::CheckedAllocate(std::int64_t count) {
+void* __STable::Resize(void*, int) {
+    return nullptr;
+}
+
+void* __STable::ResizeBytes(void* block, std::size_t size) {
+    return brcore8::Reallocate(block, size);
+}
+
+void __STable::CheckBlock(std::int64_t count) const {
     if (count < 0 || count * elementSize_ > MaxBlock) brcore8::ThrowOutOfMemory();
+}
+
+void* __STable::CheckedAllocate(std::int64_t count) {
+    CheckBlock(count);
     void* block = Allocate(static_cast<int>(count));
     if (block == nullptr) brcore8::ThrowOutOfMemory();
     return block;
@@ -146,6 +158,14 @@ void __STable::SwapBlocks(__STable& other) noexcept {
 
 void __STable::GrowTo(int capacity) {
     if (capacity == 0 || (capacity > 0 && capacity < count_)) return;
+    CheckBlock(capacity);
+    void* block = data_ != nullptr ? Resize(data_, capacity) : nullptr;
+    if (block == nullptr) block = MoveToNewBlock(capacity);
+    data_ = static_cast<unsigned char*>(block);
+    capacity_ = capacity;
+}
+
+void* __STable::MoveToNewBlock(int capacity) {
     void* block = CheckedAllocate(capacity);
     if (data_ != nullptr) {
         int moved = 0;
@@ -157,8 +177,7 @@ void __STable::GrowTo(int capacity) {
         }
         Free(data_);
     }
-    data_ = static_cast<unsigned char*>(block);
-    capacity_ = capacity;
+    return block;
 }
 
 void __STable::GrowForOne() {

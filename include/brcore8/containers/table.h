@@ -60,7 +60,7 @@ protected:
     // nothing on self-assignment.
     __STable& operator=(const __STable& other);
 
-    // Slot order: the destructor, these four, then Relocate. A derived destructor calls Clear:
+    // Slot order: the destructor, these four, then the two below. A derived destructor calls Clear:
     // here the derived operations are gone already.
     virtual ~__STable();
     // Ends an element's life in place; must not throw.
@@ -79,6 +79,11 @@ protected:
     // move them without throwing with a loop: then shifting costs no virtual call an element.
     virtual void Relocate(void* destination, void* source, int count, int& moved);
     void MoveBytes(void* destination, void* source, int count);
+    // Makes a block larger or smaller with all its bytes, at once where the heap can move whole
+    // pages; null, here, where elements cannot be moved so. Who overrides Allocate and Free
+    // overrides this too.
+    virtual void* Resize(void* block, int count);
+    static void* ResizeBytes(void* block, std::size_t size);
 
     // Opens a slot at the index and counts it; the caller constructs the element there at once,
     // or gives the slot back with CloseSlot. Growing goes 4, 7, 11, 17, 26, 40 ... slots.
@@ -99,7 +104,9 @@ private:
     std::size_t Offset(int index) const {
         return static_cast<std::size_t>(index) * static_cast<std::size_t>(elementSize_);
     }
+    void CheckBlock(std::int64_t count) const;
     void* CheckedAllocate(std::int64_t count);
+    void* MoveToNewBlock(int capacity);
     void GrowForOne();
     void CloseGap(int gap, int end);
     void Rescue(int gap, void* element) noexcept;
@@ -202,6 +209,11 @@ private:
             ::new (destination) T(*static_cast<const T*>(source));
     }
     void Relocate(void* destination, void* source, int count, int& moved) override;
+    void* Resize(void* block, int count) override {
+        if constexpr (std::is_trivially_copyable_v<T>)
+            return ResizeBytes(block, static_cast<std::size_t>(count) * sizeof(T));
+        return __STable::Resize(block, count);
+    }
 };
 
 template <class T>
