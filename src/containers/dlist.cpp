@@ -209,6 +209,11 @@ void SDList::SortWith(AnyComparison compare, void* context) {
     const auto order = [&pass, compare, context](SDListItem* left, SDListItem* right) {
         return pass.whole != nullptr ? compare(context, left, right) : 0;
     };
+    // A list in order is left alone after one pass.
+    SDListItem* last = head_;
+    while (last->next_ != nullptr && order(last, last->next_) <= 0 && pass.whole != nullptr)
+        last = last->next_;
+    if (pass.whole == nullptr || last->next_ == nullptr) return;
     const auto count = static_cast<std::size_t>(count_);
     const Scratch scratch(2 * count);
     SDListItem** from = scratch.Items();
