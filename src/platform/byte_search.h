@@ -1,5 +1,5 @@
-// Looking for two bytes at a distance from each other, and for units of 16 bits: several places a
-// step where the processor has the instructions.
+// Looking for two bytes at a distance from each other, for units of 16 bits, and for line ends while
+// text is copied: several places a step where the processor has the instructions.
 #ifndef BRCORE8_SRC_PLATFORM_BYTE_SEARCH_H
 #define BRCORE8_SRC_PLATFORM_BYTE_SEARCH_H
 
@@ -58,6 +58,67 @@ const char* FindBytePair(const char* from, const char* last, Choice first, std::
     for (; p <= last; ++p)
         if (first.Has(p[0]) && second.Has(p[distance])) return p;
     return nullptr;
+}
+
+// The index of the first CR or LF; `count` when there is none.
+inline std::size_t FindLineEnd(const unsigned char* text, std::size_t count) noexcept {
+    std::size_t i = 0;
+#if defined(__SSE2__)
+    const __m128i cr = _mm_set1_epi8('\r'), lf = _mm_set1_epi8('\n');
+    for (; count - i >= 16; i += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+        const __m128i hits = _mm_or_si128(_mm_cmpeq_epi8(bytes, cr), _mm_cmpeq_epi8(bytes, lf));
+        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(hits));
+        if (mask != 0) return i + static_cast<std::size_t>(std::countr_zero(mask));
+    }
+#endif
+    while (i < count && text[i] != '\r' && text[i] != '\n')
+        ++i;
+    return i;
+}
+
+// Copies ASCII up to the first CR, LF, or byte that is not ASCII, and returns how much that was.
+// `out` has room for `count` bytes; what is behind the copy may be overwritten.
+inline std::size_t CopyAsciiText(const unsigned char* text, std::size_t count,
+                                 unsigned char* out) noexcept {
+    std::size_t i = 0;
+#if defined(__SSE2__)
+    const __m128i cr = _mm_set1_epi8('\r'), lf = _mm_set1_epi8('\n');
+    for (; count - i >= 16; i += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+        const __m128i ends = _mm_or_si128(_mm_cmpeq_epi8(bytes, cr), _mm_cmpeq_epi8(bytes, lf));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i), bytes);
+        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(bytes, ends)));
+        if (mask != 0) return i + static_cast<std::size_t>(std::countr_zero(mask));
+    }
+#endif
+    for (; i < count && text[i] < 0x80 && text[i] != '\r' && text[i] != '\n'; ++i)
+        out[i] = text[i];
+    return i;
+}
+
+// The same for units of two bytes, low byte first: `count` units become as many bytes.
+inline std::size_t NarrowAsciiText(const unsigned char* text, std::size_t count,
+                                   unsigned char* out) noexcept {
+    std::size_t i = 0;
+#if defined(__SSE2__)
+    const __m128i cr = _mm_set1_epi16('\r'), lf = _mm_set1_epi16('\n');
+    const __m128i beyond = _mm_set1_epi16(static_cast<short>(0xFF80));
+    for (; count - i >= 8; i += 8) {
+        const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + 2 * i));
+        const __m128i plain = _mm_cmpeq_epi16(_mm_and_si128(units, beyond), _mm_setzero_si128());
+        const __m128i ends = _mm_or_si128(_mm_cmpeq_epi16(units, cr), _mm_cmpeq_epi16(units, lf));
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(out + i), _mm_packus_epi16(units, units));
+        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_andnot_si128(ends, plain)));
+        if (mask != 0xFFFF) return i + static_cast<std::size_t>(std::countr_one(mask)) / 2;
+    }
+#endif
+    for (; i < count; ++i) {
+        const unsigned unit = text[2 * i] | text[2 * i + 1] << 8;
+        if (unit >= 0x80 || unit == '\r' || unit == '\n') break;
+        out[i] = static_cast<unsigned char>(unit);
+    }
+    return i;
 }
 
 // The first of the units that is one of three; `end` when there is none.

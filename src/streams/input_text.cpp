@@ -4,20 +4,15 @@
 #include <brcore8/streams/text_lines.h>
 #include <brcore8/strings/multibyte.h>
 
-#include "streams/clamp.h"
-#include "strings/code_page.h"
-
 #include <algorithm>
 #include <new>
 #include <string>
-#include <utility>
 
 SIMPLEMENT_CLASS(SInputMultiFormat, SInputPushbackStream, 0);
 
 namespace {
 
 constexpr unsigned long kMarkBytes = 3;
-constexpr unsigned kLineSeparator = 0x2028;
 
 bool IsContinuation(int byte) noexcept {
     return byte >= 0 && (byte & 0xC0) == 0x80;
@@ -62,107 +57,45 @@ void SInputMultiFormat::Detect() {
     }
 }
 
+// Past the operations that a derived class converts.
+int SInputMultiFormat::ReadByte() {
+    return ahead_.Count() == 0 || HasUnread() ? SInputPushbackStream::Read() : *ahead_.next++;
+}
+
 unsigned SInputMultiFormat::ReadCharacter() {
-    // Past the operations that a derived class converts.
-    const int first = SInputPushbackStream::Read();
+    const int first = ReadByte();
     if (first == -1) return EndOfText;
     if (format_ == FormatUtf16) {
-        const int high = SInputPushbackStream::Read();
+        const int high = ReadByte();
         if (high == -1) brcore8::ThrowEndOfFile();
         return static_cast<unsigned>(high) * 256 + static_cast<unsigned>(first);
     }
     if (first < 0x80) return static_cast<unsigned>(first);
     if (first < 0xC0 || first >= 0xF0) brcore8::ThrowUTFException(first, 0, 0);
-    const int second = SInputPushbackStream::Read();
+    const int second = ReadByte();
     if (!IsContinuation(second)) brcore8::ThrowUTFException(first, second, 0);
     if (first < 0xE0) return static_cast<unsigned>((first & 0x1F) << 6 | (second & 0x3F));
-    const int third = SInputPushbackStream::Read();
+    const int third = ReadByte();
     if (!IsContinuation(third)) brcore8::ThrowUTFException(first, second, third);
     return static_cast<unsigned>((first & 0x0F) << 12 | (second & 0x3F) << 6 | (third & 0x3F));
 }
 
 void SInputMultiFormat::ConsumeLineEnd(int first) {
-    if ((first != '\r' && first != '\n') || SInputPushbackStream::IsEOF()) return;
+    if ((first != '\r' && first != '\n') || (ahead_.Count() == 0 && SInputPushbackStream::IsEOF())) return;
     // Behind a CR or LF of UTF-16 text stands its high byte.
     const auto passHigh = [this] {
-        if (format_ == FormatUtf16) SInputPushbackStream::Read();
+        if (format_ == FormatUtf16) ReadByte();
     };
-    int byte = SInputPushbackStream::Read();
+    int byte = ReadByte();
     while (first == '\r' && byte == '\r') {
         passHigh();
-        byte = SInputPushbackStream::Read();
+        byte = ReadByte();
     }
     if (byte == (first == '\r' ? '\n' : '\r')) {
         passHigh();
     } else if (byte != -1) {
         Unread(static_cast<unsigned char>(byte));
     }
-}
-
-// ---- SInputForcedANSIStream -------------------------------------------------------------------
-
-SIMPLEMENT_CLASS(SInputForcedANSIStream, SInputMultiFormat, 0);
-
-SInputForcedANSIStream::~SInputForcedANSIStream() = default;
-
-int SInputForcedANSIStream::Next() {
-    if (pending_ >= 1) return std::exchange(pending_, -1);
-    unsigned character;
-    if (IsUnicode()) {
-        character = ReadCharacter();
-        if (character >= EndOfText) return -1;
-    } else {
-        const int byte = SInputMultiFormat::Read();
-        if (byte != '\r' && byte != '\n') return byte;
-        character = static_cast<unsigned>(byte);
-    }
-    if (character == '\r' || character == '\n' || character == kLineSeparator) {
-        ConsumeLineEnd(static_cast<int>(character));
-        pending_ = '\n';
-        return '\r';
-    }
-    char bytes[2] = {};
-    const std::uint16_t unit = static_cast<std::uint16_t>(character);
-    if (brcore8::CodePage::Ansi().FromWide(&unit, 1, bytes, 2) > 1) {
-        pending_ = static_cast<unsigned char>(bytes[1]);
-    }
-    return static_cast<unsigned char>(bytes[0]);
-}
-
-int SInputForcedANSIStream::Read() {
-    const int byte = Next();
-    return byte < 0x80 ? byte : byte - 0x100;
-}
-
-unsigned long SInputForcedANSIStream::Read(void* buffer, unsigned long count) {
-    auto* const bytes = static_cast<unsigned char*>(buffer);
-    unsigned long stored = 0;
-    while (stored < count) {
-        const int byte = Next();
-        if (byte == -1) break;
-        bytes[stored++] = static_cast<unsigned char>(byte);
-    }
-    return stored;
-}
-
-unsigned long SInputForcedANSIStream::Skip(unsigned long count) {
-    unsigned long skipped = 0;
-    while (skipped < count && Next() != -1)
-        ++skipped;
-    return skipped;
-}
-
-int SInputForcedANSIStream::IsEOF() {
-    return pending_ < 1 && SInputMultiFormat::IsEOF();
-}
-
-unsigned long SInputForcedANSIStream::Available() {
-    return brcore8::AddCounts(pending_ < 1 ? 0 : 1, SInputMultiFormat::Available());
-}
-
-void SInputForcedANSIStream::Reset() {
-    SInputMultiFormat::Reset();
-    pending_ = -1;
 }
 
 // ---- SInputStringStream -----------------------------------------------------------------------

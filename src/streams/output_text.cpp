@@ -4,10 +4,16 @@
 #include <brcore8/strings/multibyte.h>
 #include <brcore8/strings/unicode.h>
 
+#include <algorithm>
 #include <limits>
+#include <memory>
 #include <new>
 #include <string>
 #include <string_view>
+
+#include "platform/byte_search.h"
+#include "strings/code_page.h"
+#include "strings/utf8.h"
 
 SIMPLEMENT_CLASS(SOutputStringStream, SOutputFilterStream, 0);
 
@@ -39,6 +45,30 @@ void SOutputStringStream::WriteBlock(std::string_view bytes) {
     if (Wrapped().Write(bytes.data(), count) != count) brcore8::ThrowIOException("Write failed");
 }
 
+// In one pass where a byte is a character: into what is needed if every character that is not
+// ASCII takes three bytes.
+void SOutputStringStream::WriteUtf8(std::string_view text) {
+    const brcore8::CodePage& page = brcore8::CodePage::Ansi();
+    if (page.IsDoubleByte()) return WriteBlock(SUtf8FromUtf16(SUtf16FromText(text)));
+    const auto* next = reinterpret_cast<const unsigned char*>(text.data());
+    const unsigned char* const end = next + text.size();
+    const auto beyond = std::count_if(next, end, [](unsigned char byte) { return byte >= 0x80; });
+    const std::size_t most = text.size() + 2 * static_cast<std::size_t>(beyond);
+    const auto utf8 = std::make_unique_for_overwrite<unsigned char[]>(most);
+    unsigned char* out = utf8.get();
+    while (next != end) {
+        if (page.IsPlainAscii()) {
+            const auto left = static_cast<std::size_t>(end - next);
+            const std::size_t run = brcore8::CopyAsciiText(next, left, out);
+            next += run;
+            out += run;
+            if (next == end) break;
+        }
+        out += brcore8::utf8::Encode(page.WideOf(*next++), reinterpret_cast<char*>(out));
+    }
+    WriteBlock({reinterpret_cast<char*>(utf8.get()), static_cast<std::size_t>(out - utf8.get())});
+}
+
 void SOutputStringStream::Write(const SString& text) {
     try {
         switch (format_) {
@@ -50,7 +80,7 @@ void SOutputStringStream::Write(const SString& text) {
             case FormatUtf16:
                 return WriteBlock(LowByteFirst(SUtf16FromText(text.View())));
             case FormatUtf8:
-                return WriteBlock(SUtf8FromUtf16(SUtf16FromText(text.View())));
+                return WriteUtf8(text.View());
             case FormatAnsi:
                 break;
         }

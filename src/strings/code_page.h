@@ -77,6 +77,11 @@ public:
         return pairs ? pairs->wide[code & 0xFF] : 0;
     }
 
+    // And back: a byte, or lead * 256 + trail.
+    unsigned CodeOf(std::uint16_t unit) const noexcept { return codes_[unit]; }
+    // Whether the first 128 codes are the first 128 units, and nothing else is.
+    bool IsPlainAscii() const noexcept { return plainAscii_; }
+
     // What a conversion could not keep: characters that became the default character or a best
     // fit, and the index of the first in the text converted. A surrogate pair is one character.
     struct Loss {
@@ -110,7 +115,7 @@ private:
 
     unsigned number_ = 0;
     bool doubleByte_ = false;
-    bool plainAscii_ = false;  // the first 128 codes are the first 128 units, and nothing else is
+    bool plainAscii_ = false;
     bool lead_[256] = {};
     unsigned char lowerBytes_[256] = {};
     unsigned char upperBytes_[256] = {};

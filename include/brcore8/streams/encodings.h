@@ -66,6 +66,17 @@ protected:
     // UTF-16 unit whose low byte is CR or LF is taken for one.
     void ConsumeLineEnd(int first);
 
+    // Bytes of the wrapped stream that a derived class has read in a block: they come after what is
+    // pushed back and before the rest of the stream.
+    struct {
+        const unsigned char* next = nullptr;
+        const unsigned char* end = nullptr;
+        unsigned long Count() const noexcept { return static_cast<unsigned long>(end - next); }
+    } ahead_;
+
+    // The next byte of the text as it stands, or -1.
+    int ReadByte();
+
 private:
     void Detect();
 
@@ -93,7 +104,10 @@ class BRCORE8_API SInputForcedANSIStream : public SInputMultiFormat {
 
 private:
     int Next();  // 0 to 255, or -1
+    void ReadAhead(unsigned long room);
+    unsigned long ConvertAhead(unsigned char* out, unsigned long room);
 
+    unsigned char* block_ = nullptr;
     int pending_ = -1;  // the byte that follows the one returned last; below 1 when none
 };
 
@@ -137,6 +151,7 @@ class BRCORE8_API SOutputStringStream : public SOutputFilterStream,
 
 private:
     void WriteBlock(std::string_view bytes);
+    void WriteUtf8(std::string_view text);
 
     Format format_;
 };

@@ -100,6 +100,9 @@ class BRCORE8_API SInputPushbackStream : public SInputFilterStream {
     void Reset() override;
     void Mark(unsigned long limit) override;
 
+protected:
+    bool HasUnread() const noexcept { return position_ < capacity_; }
+
 private:
     unsigned long capacity_;
     unsigned long position_;
