@@ -11,19 +11,19 @@ SIMPLEMENT_CLASS(SInputFile, SInputStream, 0);
 
 SInputFile::SInputFile(const SString& path, SProgressIndicatorEx* progress)
     : file_(path, progress) {
-    std::fgetpos(file_.Stream(), &mark_);
+    file_.SetMark(mark_);
 }
 
 SInputFile::~SInputFile() = default;
 
-int SInputFile::Read() {
-    const int byte = file_.Read();
+int SInputFile::ReadOne() {
+    const int byte = file_.ReadByte();
     file_.Tick(byte != -1);
     return byte;
 }
 
 unsigned long SInputFile::Read(void* buffer, unsigned long count) {
-    const auto read = static_cast<unsigned long>(file_.Read(buffer, count));
+    const auto read = static_cast<unsigned long>(file_.ReadBuffered(buffer, count));
     file_.Tick(read);
     return read;
 }
@@ -51,14 +51,11 @@ void SInputFile::Close() {
 
 void SInputFile::Reset() {
     if (file_.Stream() == nullptr) return;
-    if (std::fsetpos(file_.Stream(), &mark_) != 0) {
-        brcore8::ThrowIOException("Can't open for reading");
-    }
-    std::clearerr(file_.Stream());  // not every run-time forgets the end by itself
+    if (!file_.ReturnTo(mark_)) brcore8::ThrowIOException("Can't open for reading");
 }
 
 void SInputFile::Mark(unsigned long) {
-    if (file_.Stream() != nullptr) std::fgetpos(file_.Stream(), &mark_);
+    if (file_.Stream() != nullptr) file_.SetMark(mark_);
 }
 
 int SInputFile::MarkSupported() {

@@ -32,8 +32,15 @@ public:
     std::FILE* Stream() const noexcept { return stream_; }
     // Bytes read, fewer than `count` only at the end of the file.
     std::size_t Read(void* buffer, std::size_t count);
-    int Read();  // the next byte, or -1 at the end
+    // The same through a buffer of this holder's own, where the file can seek: small reads then
+    // cost no call of the C library each. Stream() stands behind what is buffered.
+    std::size_t ReadBuffered(void* buffer, std::size_t count);
+    int ReadByte();  // the next byte, or -1 at the end
+    // The next byte if that is buffered and nobody wants to know, else -1.
+    int TakeByte() noexcept { return next_ != end_ && progress_ == nullptr ? *next_++ : -1; }
     int IsEOF() const noexcept;
+    void SetMark(std::fpos_t& mark) noexcept;
+    bool ReturnTo(const std::fpos_t& mark) noexcept;
     // From the present position to the end; 0 where the file cannot seek.
     std::uint64_t Remaining() noexcept;
     std::int64_t Position() const noexcept;  // -1 where the file cannot tell
@@ -51,9 +58,15 @@ private:
     explicit InputFileHolder(const char* path);
     void Report(unsigned long count);
     std::int64_t Size() noexcept;  // -1 where the file cannot seek
-    void MeetEnd() noexcept;
+    std::int64_t Buffered() const noexcept { return end_ - next_; }
+    bool Fill();
+    void DropBuffered() noexcept;
 
     std::FILE* stream_;
+    unsigned char* buffer_ = nullptr;  // made when it is first of use
+    const unsigned char* next_ = nullptr;
+    const unsigned char* end_ = nullptr;
+    bool atEnd_ = false;  // a read has met the end
     SProgressIndicatorEx* progress_ = nullptr;
     unsigned long step_ = 0;     // bytes between reports; 0: report every read
     unsigned long counter_ = 0;  // bytes since the last report
@@ -68,7 +81,10 @@ class BRCORE8_API SInputFile : public SInputStream {
     explicit SInputFile(const SString& path, SProgressIndicatorEx* progress = nullptr);
     ~SInputFile() override;
 
-    int Read() override;
+    int Read() override {
+        const int byte = file_.TakeByte();
+        return byte >= 0 ? byte : ReadOne();
+    }
     // 0 at the end of the file.
     unsigned long Read(void* buffer, unsigned long count) override;
     // The bytes passed over; 0 where the file cannot seek. Throws SEEOFException "Unexpected end
@@ -86,6 +102,8 @@ class BRCORE8_API SInputFile : public SInputStream {
     int MarkSupported() override;  // 1
 
 private:
+    int ReadOne();
+
     brcore8::InputFileHolder file_;
     std::fpos_t mark_{};
 };
