@@ -38,6 +38,14 @@ inline std::string ReadWhole(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+// The same in one read.
+inline std::string ReadBlock(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::string content(std::filesystem::file_size(path), '\0');
+    file.read(content.data(), static_cast<std::streamsize>(content.size()));
+    return content;
+}
+
 // A contestant that did something else than the others is no measure of anything.
 inline void Expect(bool holds, const char* what) {
     if (!holds) throw std::runtime_error(std::string("benchmark failed: ") + what);
@@ -49,10 +57,17 @@ struct Contestant {
     void (*run)(benchmark::State& state);
 };
 
+// What counts of a workload's time.
+enum class Time { Processor, Clock };
+
 // Registers a workload; of use where a file-scope variable is initialised.
-inline bool Compete(const std::string& workload, std::initializer_list<Contestant> contestants) {
-    for (const Contestant& contestant : contestants)
-        benchmark::RegisterBenchmark((workload + ":" + contestant.name).c_str(), contestant.run);
+inline bool Compete(const std::string& workload, std::initializer_list<Contestant> contestants,
+                    Time time = Time::Processor) {
+    for (const Contestant& contestant : contestants) {
+        auto* const made = benchmark::RegisterBenchmark(
+            (workload + ":" + contestant.name).c_str(), contestant.run);
+        if (time == Time::Clock) made->UseRealTime();
+    }
     return true;
 }
 

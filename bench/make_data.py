@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
 """Makes the files that the benchmarks work on in the folder given: the same bytes every time."""
+import hashlib
 import pathlib
 import random
 import sys
@@ -75,11 +76,28 @@ def statements(rng, size):
     return "".join(parts).encode()[:size]
 
 
+def source(size):
+    """Lines of a program with a conditional region every ten lines, for the preprocessor."""
+    parts, length, line = [], 0, 0
+    while length < size:
+        part = f"int value_{line} = call(argument, 42);\n"
+        if line % 10 == 0:
+            part = "#ifdef FEATURE\n" + part
+        if line % 10 == 9:
+            part += "#endif\n"
+        parts.append(part)
+        length += len(part)
+        line += 1
+    parts.append("#endif\n" if line % 10 else "")
+    return "".join(parts).encode()
+
+
 def main():
     folder = pathlib.Path(sys.argv[1])
     folder.mkdir(parents=True, exist_ok=True)
     done = folder / "done"
-    if done.exists():
+    version = hashlib.sha256(pathlib.Path(__file__).read_bytes()).hexdigest()
+    if done.exists() and done.read_text() == version:
         return
     rng = random.Random(8)
     for count in (6000, 20000, 60000):
@@ -89,9 +107,12 @@ def main():
     (folder / "document_8m.rtf").write_bytes(rtf(rng, 8 << 20))
     (folder / "settings_10k.ini").write_bytes(ini(100, 100))
     (folder / "settings_1k.ini").write_bytes(ini(10, 100))
+    lines = block.replace(b"\n", b"\r\n")[:(1 << 20) - 2] + b"\r\n"
+    (folder / "lines_64m.txt").write_bytes(lines * 64)
+    (folder / "source_50m.txt").write_bytes(source(50 << 20))
     for name, size in (("1m", 1 << 20), ("4m", 4 << 20), ("16m", 16 << 20)):
         (folder / f"scan_{name}.txt").write_bytes(statements(rng, size))
-    done.touch()
+    done.write_text(version)
 
 
 if __name__ == "__main__":

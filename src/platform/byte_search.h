@@ -60,19 +60,22 @@ const char* FindBytePair(const char* from, const char* last, Choice first, std::
     return nullptr;
 }
 
-// The index of the first CR or LF; `count` when there is none.
-inline std::size_t FindLineEnd(const unsigned char* text, std::size_t count) noexcept {
+// The index of the first CR, LF or `third` byte; `count` when there is none.
+inline std::size_t FindLineEnd(const unsigned char* text, std::size_t count,
+                               unsigned char third = '\n') noexcept {
     std::size_t i = 0;
 #if defined(__SSE2__)
     const __m128i cr = _mm_set1_epi8('\r'), lf = _mm_set1_epi8('\n');
+    const __m128i thirds = _mm_set1_epi8(static_cast<char>(third));
     for (; count - i >= 16; i += 16) {
         const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
-        const __m128i hits = _mm_or_si128(_mm_cmpeq_epi8(bytes, cr), _mm_cmpeq_epi8(bytes, lf));
+        const __m128i ends = _mm_or_si128(_mm_cmpeq_epi8(bytes, cr), _mm_cmpeq_epi8(bytes, lf));
+        const __m128i hits = _mm_or_si128(ends, _mm_cmpeq_epi8(bytes, thirds));
         const auto mask = static_cast<unsigned>(_mm_movemask_epi8(hits));
         if (mask != 0) return i + static_cast<std::size_t>(std::countr_zero(mask));
     }
 #endif
-    while (i < count && text[i] != '\r' && text[i] != '\n')
+    while (i < count && text[i] != '\r' && text[i] != '\n' && text[i] != third)
         ++i;
     return i;
 }

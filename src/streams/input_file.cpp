@@ -2,6 +2,7 @@
 
 #include <brcore8/core/throw.h>
 
+#include "platform/byte_search.h"
 #include "streams/clamp.h"
 
 #include <cstring>
@@ -126,11 +127,11 @@ void SSeekableInputANSIFile::Close() {
 SString SSeekableInputANSIFile::ReadLn() {
     unsigned long length = 0;
     for (;;) {
-        constexpr std::string_view ends("\r\n\0", 3);
-        const std::string_view unread(buffer_ + position_, count_ - position_);
-        const std::size_t end = unread.find_first_of(ends, length);
-        length = static_cast<unsigned long>(end != unread.npos ? end : unread.size());
-        if (end != unread.npos || !Fill()) break;
+        const unsigned long unread = count_ - position_;
+        const auto* const text = reinterpret_cast<unsigned char*>(buffer_ + position_);
+        length += static_cast<unsigned long>(
+            brcore8::FindLineEnd(text + length, unread - length, '\0'));
+        if (length != unread || !Fill()) break;
     }
     SString line(std::string_view(buffer_ + position_, length));
     position_ += length;

@@ -13,7 +13,6 @@
 
 #include "platform/byte_search.h"
 #include "strings/code_page.h"
-#include "strings/utf8.h"
 
 SIMPLEMENT_CLASS(SOutputStringStream, SOutputFilterStream, 0);
 
@@ -27,6 +26,19 @@ std::string LowByteFirst(std::u16string_view units) {
         bytes += static_cast<char>(unit >> 8);
     }
     return bytes;
+}
+
+// A unit that is no surrogate.
+unsigned char* PutUnit(unsigned unit, unsigned char* out) {
+    const auto put = [&out](unsigned byte) { *out++ = static_cast<unsigned char>(byte); };
+    if (unit >= 0x800) {
+        put(0xE0 | unit >> 12);
+        put(0x80 | (unit >> 6 & 0x3F));
+    } else if (unit >= 0x80) {
+        put(0xC0 | unit >> 6);
+    }
+    put(unit < 0x80 ? unit : 0x80 | (unit & 0x3F));
+    return out;
 }
 
 }  // namespace
@@ -64,7 +76,7 @@ void SOutputStringStream::WriteUtf8(std::string_view text) {
             out += run;
             if (next == end) break;
         }
-        out += brcore8::utf8::Encode(page.WideOf(*next++), reinterpret_cast<char*>(out));
+        out = PutUnit(page.WideOf(*next++), out);
     }
     WriteBlock({reinterpret_cast<char*>(utf8.get()), static_cast<std::size_t>(out - utf8.get())});
 }
