@@ -9,12 +9,14 @@ ninja-build ninja
 libcli11-dev /usr/include/CLI/CLI.hpp
 zlib1g-dev /usr/include/zlib.h
 libsqlite3-dev /usr/include/sqlite3.h
+pkg-config pkg-config
+libpango1.0-dev /usr/include/pango-1.0/pango/pangocairo.h
+fonts-dejavu-core /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf
 '
 needs_test='
 googletest /usr/src/googletest/CMakeLists.txt
 gdb gdb
 libfmt-dev /usr/include/fmt/format.h
-pkg-config pkg-config
 unzip unzip
 zip zip
 '

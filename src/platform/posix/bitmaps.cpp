@@ -16,6 +16,7 @@ struct Free {
 
 class Bitmap final : public brcore8::GdiObject {
 public:
+    Bitmap() noexcept : GdiObject(Kind::Bitmap) {}
     // Null without memory.
     static Bitmap* Make(int width, int height, int bits, const void* rows) noexcept {
         const std::int64_t rowBytes = (std::int64_t{width} * bits + 15) / 16 * 2;
@@ -31,6 +32,9 @@ public:
                          1,      static_cast<std::uint16_t>(bits),
                          nullptr};
         return bitmap.release();
+    }
+    static bool Is(HBITMAP handle) noexcept {
+        return reinterpret_cast<brcore8::GdiObject*>(handle)->kind == Kind::Bitmap;
     }
     static const Bitmap& Of(HBITMAP handle) noexcept {
         return *static_cast<Bitmap*>(reinterpret_cast<brcore8::GdiObject*>(handle));
@@ -84,6 +88,7 @@ HBITMAP CreateBitmap(int width, int height, unsigned planes, unsigned bits,
 }
 
 bool brcore8::CopyBitmapRows(HBITMAP handle, int width, int height, int bits, void* rows) noexcept {
+    if (!Bitmap::Is(handle)) return false;
     const Bitmap& bitmap = Bitmap::Of(handle);
     const BITMAP& info = bitmap.Info();
     if (width != info.bmWidth || height != info.bmHeight || bits != info.bmBitsPixel) return false;
@@ -95,7 +100,8 @@ bool brcore8::CopyBitmapRows(HBITMAP handle, int width, int height, int bits, vo
 }
 
 HICON CreateIconIndirect(ICONINFO* info) noexcept {
-    if (info->hbmMask == nullptr) return nullptr;
+    if (info->hbmMask == nullptr || !Bitmap::Is(info->hbmMask)) return nullptr;
+    if (info->hbmColor != nullptr && !Bitmap::Is(info->hbmColor)) return nullptr;
     std::unique_ptr<Icon> icon(new (std::nothrow) Icon);
     if (!icon || !icon->Take(*info)) return nullptr;
     if (info->fIcon) {

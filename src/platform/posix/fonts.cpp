@@ -10,34 +10,18 @@
 #include "core/memory.h"
 #include "platform/posix/gdi.h"
 
-namespace {
+using brcore8::Font;
 
-struct Font : brcore8::GdiObject {
-    explicit Font(const LOGFONTA& described) noexcept : info(described) {}
-
-    int Describe(int size, void* out) const noexcept override {
-        if (size < static_cast<int>(sizeof info)) return 0;
-        std::memcpy(out, &info, sizeof info);
-        return sizeof info;
-    }
-
-    const LOGFONTA info;
-};
-
-}  // namespace
+int Font::Describe(int size, void* out) const noexcept {
+    if (size < static_cast<int>(sizeof info)) return 0;
+    std::memcpy(out, &info, sizeof info);
+    return sizeof info;
+}
 
 HFONT CreateFontIndirectA(const LOGFONTA* info) noexcept {
     brcore8::GdiObject* const font =
         brcore8::MayAllocate(sizeof(Font)) ? new (std::nothrow) Font(*info) : nullptr;
     return reinterpret_cast<HFONT>(font);
-}
-
-HDC GetDC(HWND) noexcept {
-    return nullptr;
-}
-
-int ReleaseDC(HWND, HDC) noexcept {
-    return 1;
 }
 
 int GetDeviceCaps(HDC, int index) noexcept {

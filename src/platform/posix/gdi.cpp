@@ -9,8 +9,9 @@ brcore8::GdiObject* ObjectOf(HGDIOBJ handle) noexcept {
 }  // namespace
 
 int DeleteObject(HGDIOBJ object) noexcept {
-    delete ObjectOf(object);
-    return object != nullptr;
+    if (object == nullptr) return 0;
+    if (!ObjectOf(object)->isStock) delete ObjectOf(object);
+    return 1;
 }
 
 int GetObjectA(HGDIOBJ object, int size, void* out) noexcept {

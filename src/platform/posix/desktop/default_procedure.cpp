@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include <brcore8/platform/posix/drawing_calls.h>
+
 #include "platform/posix/desktop/desktop.h"
 
 using namespace brcore8::desktop;
@@ -15,6 +17,15 @@ LRESULT GiveText(const Window& window, std::size_t size, char* out) {
     std::memcpy(out, window.text.data(), length);
     out[length] = '\0';
     return static_cast<LRESULT>(length);
+}
+
+LRESULT Erase(const Window& window, HDC context) {
+    const HBRUSH brush =
+        window.windowClass != nullptr ? window.windowClass->info.hbrBackground : nullptr;
+    RECT box;
+    if (brush == nullptr || GetClipBox(context, &box) == 0) return 0;
+    FillRect(context, &box, brush);
+    return 1;
 }
 
 // The place changed: windows that do not look at it themselves learn of moves and sizes.
@@ -92,9 +103,14 @@ LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
         case WM_WINDOWPOSCHANGED:
             TellPlace(handle, *reinterpret_cast<const WINDOWPOS*>(lParam));
             return 0;
-        case WM_PAINT:
-            ValidateRect(handle, nullptr);
+        case WM_PAINT: {
+            PAINTSTRUCT paint;
+            BeginPaint(handle, &paint);
+            EndPaint(handle, &paint);
             return 0;
+        }
+        case WM_ERASEBKGND:
+            return Erase(*window, reinterpret_cast<HDC>(wParam));
         case WM_SYSCOMMAND:
             return RunSystemCommand(handle, static_cast<UINT>(wParam));
         case WM_NCHITTEST: {

@@ -16,6 +16,7 @@
 namespace brcore8::desktop {
 
 struct Thread;
+class Surface;
 
 struct WindowClass {
     std::string name;  // as registered; found in any case
@@ -39,6 +40,7 @@ struct Window {
     HINSTANCE instance = nullptr;
     HFONT font = nullptr;
     std::vector<char> extra;
+    std::shared_ptr<Surface> surface;  // of a top-level window, once someone drew on it
 
     Window* parent = nullptr;  // null for the desktop window alone
     Window* owner = nullptr;   // of top-level windows

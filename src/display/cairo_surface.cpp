@@ -1,0 +1,167 @@
+#include "display/cairo_surface.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace brcore8::desktop {
+
+namespace {
+
+void SetColor(cairo_t* cairo, COLORREF color) {
+    cairo_set_source_rgb(cairo, GetRValue(color) / 255.0, GetGValue(color) / 255.0,
+                         GetBValue(color) / 255.0);
+}
+
+void SetStroke(cairo_t* cairo, const Stroke& stroke) {
+    SetColor(cairo, stroke.color);
+    cairo_set_line_width(cairo, stroke.width);
+    const double unit = stroke.style == 1 ? 3 : 1;
+    cairo_set_dash(cairo, &unit, stroke.style == 0 ? 0 : 1, 0);
+}
+
+void AddRectangle(cairo_t* cairo, const RECT& rect) {
+    cairo_rectangle(cairo, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
+}
+
+}  // namespace
+
+CairoSurface::CairoSurface(SIZE size)
+    : size_(size),
+      surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, size.cx, size.cy)),
+      cairo_(cairo_create(surface_)) {
+    // Edges as sharp as the platform's.
+    cairo_set_antialias(cairo_, CAIRO_ANTIALIAS_NONE);
+}
+
+CairoSurface::~CairoSurface() {
+    cairo_destroy(cairo_);
+    cairo_surface_destroy(surface_);
+}
+
+bool CairoSurface::IsGood() const noexcept {
+    return cairo_status(cairo_) == CAIRO_STATUS_SUCCESS;
+}
+
+void CairoSurface::Prepare(Clip clip) {
+    cairo_reset_clip(cairo_);
+    cairo_new_path(cairo_);
+    for (const RECT& rect : clip)
+        AddRectangle(cairo_, rect);
+    cairo_clip(cairo_);
+}
+
+void CairoSurface::Fill(Clip clip, const RECT& rect, COLORREF color) {
+    Prepare(clip);
+    SetColor(cairo_, color);
+    AddRectangle(cairo_, rect);
+    cairo_fill(cairo_);
+}
+
+void CairoSurface::Invert(Clip clip, const RECT& rect) {
+    Prepare(clip);
+    cairo_set_operator(cairo_, CAIRO_OPERATOR_DIFFERENCE);
+    SetColor(cairo_, RGB(255, 255, 255));
+    AddRectangle(cairo_, rect);
+    cairo_fill(cairo_);
+    cairo_set_operator(cairo_, CAIRO_OPERATOR_OVER);
+}
+
+// Through the middles of the pixels; the caps do not reach into the last one.
+void CairoSurface::Line(Clip clip, POINT from, POINT to, const Stroke& stroke) {
+    Prepare(clip);
+    SetStroke(cairo_, stroke);
+    if (from.x == to.x || from.y == to.y) {
+        const int half = stroke.width / 2;
+        const bool isVertical = from.x == to.x;
+        RECT bar{std::min(from.x, to.x + (to.x < from.x)), std::min(from.y, to.y + (to.y < from.y)),
+                 std::max(from.x + (to.x < from.x), to.x),
+                 std::max(from.y + (to.y < from.y), to.y)};
+        (isVertical ? bar.left : bar.top) -= half;
+        (isVertical ? bar.right : bar.bottom) = (isVertical ? bar.left : bar.top) + stroke.width;
+        if (stroke.style == 0) {
+            AddRectangle(cairo_, bar);
+            cairo_fill(cairo_);
+            return;
+        }
+    }
+    cairo_move_to(cairo_, from.x + 0.5, from.y + 0.5);
+    cairo_line_to(cairo_, to.x + 0.5, to.y + 0.5);
+    cairo_stroke(cairo_);
+}
+
+void CairoSurface::Ellipse(Clip clip, const RECT& rect, const Stroke* outline,
+                           const COLORREF* fill) {
+    const double width = rect.right - rect.left - 1;
+    const double height = rect.bottom - rect.top - 1;
+    if (width <= 0 || height <= 0) return;
+    Prepare(clip);
+    cairo_save(cairo_);
+    cairo_translate(cairo_, rect.left + 0.5 + width / 2, rect.top + 0.5 + height / 2);
+    cairo_scale(cairo_, width / 2, height / 2);
+    cairo_arc(cairo_, 0, 0, 1, 0, 2 * std::numbers::pi);
+    cairo_restore(cairo_);
+    if (fill != nullptr) {
+        SetColor(cairo_, *fill);
+        cairo_fill_preserve(cairo_);
+    }
+    if (outline != nullptr) {
+        SetStroke(cairo_, *outline);
+        cairo_stroke_preserve(cairo_);
+    }
+    cairo_new_path(cairo_);
+}
+
+void CairoSurface::Text(Clip clip, POINT at, const LOGFONTA& font, std::string_view text,
+                        COLORREF color) {
+    Prepare(clip);
+    SetColor(cairo_, color);
+    PangoLayout* const layout = NewLayout(font, text);
+    cairo_move_to(cairo_, at.x, at.y);
+    pango_cairo_show_layout(cairo_, layout);
+    g_object_unref(layout);
+}
+
+void CairoSurface::Copy(Clip clip, POINT to, const Surface& from, const RECT& part,
+                        bool isInverting) {
+    const auto& source = static_cast<const CairoSurface&>(from);
+    // A picture that is copied into itself is copied as it was.
+    cairo_surface_t* pixels = source.surface_;
+    POINT corner{part.left, part.top};
+    CairoSurface between(&source == this ? SIZE{part.right - part.left, part.bottom - part.top}
+                                         : SIZE{1, 1});
+    if (&source == this) {
+        const RECT whole{0, 0, between.size_.cx, between.size_.cy};
+        between.Prepare(Clip(&whole, 1));
+        cairo_set_source_surface(between.cairo_, pixels, -part.left, -part.top);
+        cairo_paint(between.cairo_);
+        cairo_surface_flush(between.surface_);
+        pixels = between.surface_;
+        corner = {0, 0};
+    }
+    Prepare(clip);
+    if (isInverting) cairo_set_operator(cairo_, CAIRO_OPERATOR_DIFFERENCE);
+    cairo_set_source_surface(cairo_, pixels, to.x - corner.x, to.y - corner.y);
+    AddRectangle(cairo_,
+                 {to.x, to.y, to.x + part.right - part.left, to.y + part.bottom - part.top});
+    cairo_fill(cairo_);
+    cairo_set_operator(cairo_, CAIRO_OPERATOR_OVER);
+    SetColor(cairo_, 0);
+}
+
+COLORREF CairoSurface::GetPixel(POINT at) const noexcept {
+    if (at.x < 0 || at.y < 0 || at.x >= size_.cx || at.y >= size_.cy) return 0xFFFFFFFF;
+    cairo_surface_flush(surface_);
+    const unsigned char* const row =
+        cairo_image_surface_get_data(surface_) +
+        std::ptrdiff_t{cairo_image_surface_get_stride(surface_)} * at.y;
+    std::uint32_t pixel = 0;
+    std::copy_n(row + std::ptrdiff_t{4} * at.x, 4, reinterpret_cast<unsigned char*>(&pixel));
+    return RGB(pixel >> 16, pixel >> 8, pixel);
+}
+
+bool CairoSurface::WritePng(const char* path) const {
+    return cairo_surface_write_to_png(surface_, path) == CAIRO_STATUS_SUCCESS;
+}
+
+}  // namespace brcore8::desktop

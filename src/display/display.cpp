@@ -1,0 +1,105 @@
+// The module's one object.
+
+#include "display/cairo_surface.h"
+
+#include <brcore8/platform/export.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace brcore8::desktop {
+
+namespace {
+
+// One context for all layouts: texts on every surface are as large as on any other.
+PangoContext* LayoutContext() {
+    static PangoContext* const context = [] {
+        PangoFontMap* const fonts = pango_cairo_font_map_new();
+        pango_cairo_font_map_set_resolution(PANGO_CAIRO_FONT_MAP(fonts), 96);
+        PangoContext* const made = pango_font_map_create_context(fonts);
+        cairo_font_options_t* const options = cairo_font_options_create();
+        cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+        cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_ON);
+        pango_cairo_context_set_font_options(made, options);
+        cairo_font_options_destroy(options);
+        return made;
+    }();
+    return context;
+}
+
+PangoFontDescription* Describe(const LOGFONTA& font) {
+    PangoFontDescription* const description = pango_font_description_new();
+    pango_font_description_set_family(description, font.lfFaceName);
+    pango_font_description_set_weight(
+        description, static_cast<PangoWeight>(font.lfWeight > 0 ? font.lfWeight : 400));
+    pango_font_description_set_style(description,
+                                     font.lfItalic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
+    const int pixels = font.lfHeight != 0 ? std::abs(font.lfHeight) : 12;
+    // A positive height is that of a line, somewhat more than the characters'.
+    const double size = font.lfHeight > 0 ? pixels * 0.85 : pixels;
+    pango_font_description_set_absolute_size(description,
+                                             std::clamp(size, 1.0, 4096.0) * PANGO_SCALE);
+    return description;
+}
+
+class CairoDisplay final : public Display {
+public:
+    std::unique_ptr<Surface> NewSurface(SIZE size) override {
+        constexpr LONG kLargest = 32767;
+        if (size.cx < 1 || size.cy < 1 || size.cx > kLargest || size.cy > kLargest) return nullptr;
+        auto surface = std::make_unique<CairoSurface>(size);
+        if (!surface->IsGood()) return nullptr;
+        return surface;
+    }
+    SIZE MeasureText(const LOGFONTA& font, std::string_view text) override {
+        PangoLayout* const layout = NewLayout(font, text);
+        SIZE size{};
+        int width = 0;
+        int height = 0;
+        pango_layout_get_pixel_size(layout, &width, &height);
+        size.cx = width;
+        size.cy = height;
+        g_object_unref(layout);
+        return size;
+    }
+    FontMeasure MeasureFont(const LOGFONTA& font) override {
+        PangoFontDescription* const description = Describe(font);
+        PangoFontMetrics* const metrics =
+            pango_context_get_metrics(LayoutContext(), description, nullptr);
+        const FontMeasure measure{
+            PANGO_PIXELS_CEIL(pango_font_metrics_get_ascent(metrics)),
+            PANGO_PIXELS_CEIL(pango_font_metrics_get_descent(metrics)),
+            PANGO_PIXELS(pango_font_metrics_get_approximate_char_width(metrics))};
+        pango_font_metrics_unref(metrics);
+        pango_font_description_free(description);
+        return measure;
+    }
+};
+
+}  // namespace
+
+PangoLayout* NewLayout(const LOGFONTA& font, std::string_view text) {
+    PangoLayout* const layout = pango_layout_new(LayoutContext());
+    PangoFontDescription* const description = Describe(font);
+    pango_layout_set_font_description(layout, description);
+    pango_font_description_free(description);
+    pango_layout_set_single_paragraph_mode(layout, TRUE);
+    pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
+    if (font.lfUnderline || font.lfStrikeOut) {
+        PangoAttrList* const attributes = pango_attr_list_new();
+        if (font.lfUnderline)
+            pango_attr_list_insert(attributes, pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
+        if (font.lfStrikeOut)
+            pango_attr_list_insert(attributes, pango_attr_strikethrough_new(TRUE));
+        pango_layout_set_attributes(layout, attributes);
+        pango_attr_list_unref(attributes);
+    }
+    return layout;
+}
+
+}  // namespace brcore8::desktop
+
+extern "C" __attribute__((visibility("default"))) brcore8::desktop::Display* brcore8_display() {
+    static brcore8::desktop::CairoDisplay& display = *new brcore8::desktop::CairoDisplay;
+    return &display;
+}

@@ -1,0 +1,268 @@
+#include "platform/posix/desktop/device.h"
+
+#include <brcore8/platform/posix/window_calls.h>
+
+#include <cstring>
+#include <set>
+
+#include "platform/posix/bitmaps.h"
+#include "platform/posix/desktop/desktop.h"
+
+namespace brcore8::desktop {
+
+namespace {
+
+// The contexts that there are: a handle that is none is refused.
+std::set<Device*>& Devices() {
+    static std::set<Device*>& devices = *new std::set<Device*>;
+    return devices;
+}
+
+HDC Register(std::unique_ptr<Device> device) {
+    const auto handle = reinterpret_cast<HDC>(device.get());
+    {
+        const std::lock_guard guard(Lock());
+        Devices().insert(device.get());
+        static_cast<void>(device.release());
+    }
+    for (const int which : {SYSTEM_FONT, WHITE_BRUSH, BLACK_PEN})
+        SelectObject(handle, GetStockObject(which));
+    return handle;
+}
+
+// A window's place in the picture of its top-level window.
+RECT InTop(const Window& window, const RECT& own, const Window& top) noexcept {
+    RECT rect = own;
+    for (const Window* at = window.parent; at != nullptr && &window != &top; at = at->parent) {
+        OffsetRect(&rect, at->client.left, at->client.top);
+        if (at == &top) break;
+    }
+    OffsetRect(&rect, -top.rect.left, -top.rect.top);
+    return rect;
+}
+
+// What of a window's `part` shows: inside its parents, and not under children or siblings that it
+// keeps clear of.
+Region VisibleOf(const Window& window, const RECT& part, const Window& top) {
+    Region region{InTop(window, part, top)};
+    for (const Window* at = &window; at != &top && at->parent != nullptr; at = at->parent)
+        Intersect(region, InTop(*at->parent, at->parent->client, top));
+    if ((window.style & WS_CLIPCHILDREN) != 0)
+        for (const Window* child = window.firstChild; child != nullptr; child = child->below)
+            if ((child->style & WS_VISIBLE) != 0) Subtract(region, InTop(*child, child->rect, top));
+    if (&window != &top && (window.style & WS_CLIPSIBLINGS) != 0)
+        for (const Window* each = window.above; each != nullptr; each = each->above)
+            if ((each->style & WS_VISIBLE) != 0) Subtract(region, InTop(*each, each->rect, top));
+    return region;
+}
+
+Window& TopOf(Window& window) noexcept {
+    Window* top = &window;
+    while (top->parent != nullptr && top->parent != &Root())
+        top = top->parent;
+    return *top;
+}
+
+// The picture of a top-level window, as large as it is now.
+std::shared_ptr<Surface> SurfaceOf(Window& top) {
+    const SIZE size{std::max(Width(top.rect), 1), std::max(Height(top.rect), 1)};
+    if (top.surface != nullptr) {
+        const SIZE old = top.surface->GetSize();
+        if (old.cx == size.cx && old.cy == size.cy) return top.surface;
+    }
+    Display* const display = TheDisplay();
+    top.surface = nullptr;
+    if (display != nullptr) top.surface = display->NewSurface(size);
+    return top.surface;
+}
+
+HDC DeviceForWindow(HWND handle, bool isWhole) noexcept {
+    Window* const window = Find(handle);
+    if (window == nullptr) return nullptr;
+    try {
+        Window& top = TopOf(*window);
+        auto device = std::make_unique<Device>();
+        device->surface = SurfaceOf(top);
+        if (device->surface == nullptr) return nullptr;
+        const RECT& part = isWhole ? window->rect : window->client;
+        const RECT place = InTop(*window, part, top);
+        device->origin = {place.left, place.top};
+        if (IsShown(*window)) device->clip = VisibleOf(*window, part, top);
+        return Register(std::move(device));
+    } catch (const std::bad_alloc&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+}
+
+}  // namespace
+
+int Picture::Describe(int size, void* out) const noexcept {
+    if (size < static_cast<int>(sizeof(BITMAP))) return 0;
+    const SIZE pixels = surface->GetSize();
+    const BITMAP info{0, pixels.cx, pixels.cy, pixels.cx * 4, 1, 32, nullptr};
+    std::memcpy(out, &info, sizeof info);
+    return sizeof info;
+}
+
+Device* DeviceOf(HDC context) noexcept {
+    const std::lock_guard guard(Lock());
+    auto* const device = reinterpret_cast<Device*>(context);
+    return Devices().contains(device) ? device : nullptr;
+}
+
+Device* DrawableOf(HDC context) noexcept {
+    Device* const device = DeviceOf(context);
+    return device != nullptr && device->surface != nullptr ? device : nullptr;
+}
+
+RECT OnSurface(const Device& device, const RECT& rect) noexcept {
+    RECT moved = rect;
+    OffsetRect(&moved, device.origin.x, device.origin.y);
+    return moved;
+}
+
+POINT OnSurface(const Device& device, POINT point) noexcept {
+    return {point.x + device.origin.x, point.y + device.origin.y};
+}
+
+}  // namespace brcore8::desktop
+
+using namespace brcore8::desktop;
+
+HDC GetDC(HWND window) noexcept {
+    if (window != nullptr) return DeviceForWindow(window, false);
+    try {
+        return Register(std::make_unique<Device>());
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+HDC GetWindowDC(HWND window) noexcept {
+    return DeviceForWindow(window != nullptr ? window : GetDesktopWindow(), true);
+}
+
+BOOL DeleteDC(HDC context) noexcept {
+    const std::lock_guard guard(Lock());
+    Device* const device = DeviceOf(context);
+    if (device == nullptr) return 0;
+    Devices().erase(device);
+    delete device;
+    return 1;
+}
+
+int ReleaseDC(HWND, HDC context) noexcept {
+    return DeleteDC(context);
+}
+
+HDC BeginPaint(HWND handle, PAINTSTRUCT* paint) {
+    *paint = {};
+    Window* window = Find(handle);
+    if (window == nullptr) return nullptr;
+    paint->rcPaint = window->update;
+    const bool erases = window->erase;
+    ValidateRect(handle, nullptr);
+    paint->hdc = GetDC(handle);
+    if (Device* const device = DrawableOf(paint->hdc))
+        Intersect(device->clip, OnSurface(*device, paint->rcPaint));
+    if (erases)
+        paint->fErase =
+            SendMessageA(handle, WM_ERASEBKGND, reinterpret_cast<WPARAM>(paint->hdc), 0) == 0;
+    return paint->hdc;
+}
+
+BOOL EndPaint(HWND, const PAINTSTRUCT* paint) noexcept {
+    DeleteDC(paint->hdc);
+    return 1;
+}
+
+HDC CreateCompatibleDC(HDC) noexcept {
+    try {
+        auto device = std::make_unique<Device>();
+        Display* const display = TheDisplay();
+        if (display == nullptr) return nullptr;
+        device->surface = display->NewSurface({1, 1});
+        device->clip = {{0, 0, 1, 1}};
+        return Register(std::move(device));
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+HBITMAP CreateCompatibleBitmap(HDC, int width, int height) noexcept {
+    Display* const display = TheDisplay();
+    if (display == nullptr) return nullptr;
+    try {
+        auto surface = display->NewSurface({width, height});
+        if (surface == nullptr) return nullptr;
+        brcore8::GdiObject* const made = new Picture(std::move(surface));
+        return reinterpret_cast<HBITMAP>(made);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+int SaveDC(HDC context) noexcept {
+    Device* const device = DeviceOf(context);
+    if (device == nullptr) return 0;
+    try {
+        device->saved.push_back(*device);
+        return static_cast<int>(device->saved.size());
+    } catch (const std::bad_alloc&) {
+        return 0;
+    }
+}
+
+BOOL RestoreDC(HDC context, int state) noexcept {
+    Device* const device = DeviceOf(context);
+    if (device == nullptr) return 0;
+    const int count = static_cast<int>(device->saved.size());
+    const int number = state < 0 ? count + 1 + state : state;
+    if (number < 1 || number > count) return 0;
+    const auto index = static_cast<std::size_t>(number) - 1;
+    static_cast<DeviceState&>(*device) = std::move(device->saved[index]);
+    device->saved.resize(index);
+    return 1;
+}
+
+namespace {
+
+int KindOf(const Region& region) noexcept {
+    constexpr int kEmpty = 1, kSimple = 2, kComplex = 3;
+    return region.empty() ? kEmpty : region.size() == 1 ? kSimple : kComplex;
+}
+
+}  // namespace
+
+int IntersectClipRect(HDC context, int left, int top, int right, int bottom) noexcept {
+    Device* const device = DeviceOf(context);
+    if (device == nullptr) return 0;
+    Intersect(device->clip, OnSurface(*device, {left, top, right, bottom}));
+    return KindOf(device->clip);
+}
+
+int ExcludeClipRect(HDC context, int left, int top, int right, int bottom) noexcept {
+    Device* const device = DeviceOf(context);
+    if (device == nullptr) return 0;
+    Subtract(device->clip, OnSurface(*device, {left, top, right, bottom}));
+    return KindOf(device->clip);
+}
+
+int GetClipBox(HDC context, RECT* box) noexcept {
+    const Device* const device = DeviceOf(context);
+    if (device == nullptr) return 0;
+    *box = BoxOf(device->clip);
+    OffsetRect(box, -device->origin.x, -device->origin.y);
+    return KindOf(device->clip);
+}
+
+BOOL SetViewportOrgEx(HDC context, int x, int y, POINT* old) noexcept {
+    Device* const device = DeviceOf(context);
+    if (device == nullptr) return 0;
+    if (old != nullptr) *old = device->viewport;
+    device->origin.x += x - device->viewport.x;
+    device->origin.y += y - device->viewport.y;
+    device->viewport = {x, y};
+    return 1;
+}

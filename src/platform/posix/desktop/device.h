@@ -1,0 +1,76 @@
+// Device contexts, and the objects that are selected into them.
+#ifndef BRCORE8_PLATFORM_POSIX_DESKTOP_DEVICE_H
+#define BRCORE8_PLATFORM_POSIX_DESKTOP_DEVICE_H
+
+#include <brcore8/platform/posix/drawing_calls.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/posix/desktop/display.h"
+#include "platform/posix/desktop/region.h"
+#include "platform/posix/gdi.h"
+
+namespace brcore8::desktop {
+
+struct Brush : GdiObject {
+    Brush(COLORREF brushColor, bool paints) noexcept
+        : GdiObject(Kind::Brush), color(brushColor), isPainting(paints) {}
+    const COLORREF color;
+    const bool isPainting;  // not so the null brush
+};
+
+struct Pen : GdiObject {
+    Pen(const Stroke& penStroke, bool paints) noexcept
+        : GdiObject(Kind::Pen), stroke(penStroke), isPainting(paints) {}
+    const Stroke stroke;
+    const bool isPainting;
+};
+
+// A bitmap that can be drawn on.
+struct Picture : GdiObject {
+    explicit Picture(std::shared_ptr<Surface> pixels) noexcept
+        : GdiObject(Kind::Picture), surface(std::move(pixels)) {}
+    int Describe(int size, void* out) const noexcept override;
+    const std::shared_ptr<Surface> surface;
+};
+
+// What SaveDC saves.
+struct DeviceState {
+    Region clip;       // of the surface
+    POINT origin{};    // of the coordinates, on the surface
+    POINT viewport{};  // how far the program moved the origin
+    POINT at{};
+    COLORREF textColor = 0;
+    COLORREF backColor = 0xFFFFFF;
+    int backMode = OPAQUE;
+    // What is selected, and copies of what that means: its owner may delete it.
+    HGDIOBJ fontObject = nullptr;
+    HGDIOBJ brushObject = nullptr;
+    HGDIOBJ penObject = nullptr;
+    HGDIOBJ pictureObject = nullptr;  // of a device in memory alone
+    LOGFONTA font{};
+    COLORREF brush = 0xFFFFFF;
+    bool isFilling = true;
+    Stroke pen;
+    bool isOutlining = true;
+    std::shared_ptr<Surface> surface;  // what is drawn on; null for the screen
+};
+
+struct Device : DeviceState {
+    std::vector<DeviceState> saved;
+};
+
+// The device of a handle, or null.
+Device* DeviceOf(HDC context) noexcept;
+// The same where there is something to draw on.
+Device* DrawableOf(HDC context) noexcept;
+
+// From the context's coordinates to the surface's.
+RECT OnSurface(const Device& device, const RECT& rect) noexcept;
+POINT OnSurface(const Device& device, POINT point) noexcept;
+
+}  // namespace brcore8::desktop
+
+#endif
