@@ -80,6 +80,23 @@ inline std::size_t FindLineEnd(const unsigned char* text, std::size_t count,
     return i;
 }
 
+// Copies sixteen bytes and returns how many of them, from the start, are ASCII.
+inline std::size_t CopySixteen(const unsigned char* text, unsigned char* out) noexcept {
+#if defined(__SSE2__)
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), bytes);
+    const auto mask = static_cast<unsigned>(_mm_movemask_epi8(bytes));
+    return static_cast<std::size_t>(std::countr_zero(mask | 0x10000u));
+#else
+    std::size_t ascii = 0;
+    for (std::size_t i = 0; i < 16; ++i) {
+        out[i] = text[i];
+        if (ascii == i && text[i] < 0x80) ++ascii;
+    }
+    return ascii;
+#endif
+}
+
 // Copies ASCII up to the first CR, LF, or byte that is not ASCII, and returns how much that was.
 // `out` has room for `count` bytes; what is behind the copy may be overwritten.
 inline std::size_t CopyAsciiText(const unsigned char* text, std::size_t count,

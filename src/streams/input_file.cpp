@@ -78,7 +78,9 @@ constexpr unsigned long kMostCapacity = 0x7FFFFC00;
 SSeekableInputANSIFile::SSeekableInputANSIFile(const SString& path, SProgressIndicatorEx* progress)
     : file_(path, progress),
       capacity_(kUnit),
-      buffer_(static_cast<char*>(brcore8::Allocate(kUnit))) {}
+      buffer_(static_cast<char*>(brcore8::Allocate(kUnit))) {
+    file_.BufferStream();
+}
 
 SSeekableInputANSIFile::~SSeekableInputANSIFile() {
     brcore8::Release(buffer_);
@@ -146,6 +148,10 @@ bool SSeekableInputANSIFile::NextIs(char byte) {
 // Returns the bytes consumed.
 unsigned long SSeekableInputANSIFile::ConsumeLineEnd() {
     if (position_ == count_) return 0;
+    if (count_ - position_ >= 2 && buffer_[position_] == '\r' && buffer_[position_ + 1] == '\n') {
+        position_ += 2;
+        return 2;
+    }
     unsigned long consumed = 1;
     const auto take = [&] {
         ++position_;

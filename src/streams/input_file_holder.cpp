@@ -54,6 +54,7 @@ bool InputFileHolder::Fill() {
     atEnd_ = false;
     next_ = buffer_;
     end_ = buffer_ + read;
+    silentEnd_ = progress_ == nullptr ? end_ : buffer_;
     return read != 0;
 }
 
@@ -74,6 +75,12 @@ std::size_t InputFileHolder::ReadBuffered(void* buffer, std::size_t count) {
 int InputFileHolder::ReadByte() {
     unsigned char byte;
     return ReadBuffered(&byte, 1) != 0 ? byte : -1;
+}
+
+void InputFileHolder::BufferStream() noexcept {
+    buffer_ = static_cast<unsigned char*>(std::malloc(kBuffer));
+    if (buffer_ != nullptr)
+        std::setvbuf(stream_, reinterpret_cast<char*>(buffer_), _IOFBF, kBuffer);
 }
 
 int InputFileHolder::IsEOF() const noexcept {
@@ -159,7 +166,7 @@ void InputFileHolder::Close() noexcept {
     stream_ = nullptr;
     std::free(buffer_);
     buffer_ = nullptr;
-    next_ = end_ = nullptr;
+    next_ = end_ = silentEnd_ = nullptr;
 }
 
 }  // namespace brcore8

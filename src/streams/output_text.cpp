@@ -5,6 +5,8 @@
 #include <brcore8/strings/unicode.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <new>
@@ -28,17 +30,16 @@ std::string LowByteFirst(std::u16string_view units) {
     return bytes;
 }
 
-// A unit that is no surrogate.
-unsigned char* PutUnit(unsigned unit, unsigned char* out) {
-    const auto put = [&out](unsigned byte) { *out++ = static_cast<unsigned char>(byte); };
-    if (unit >= 0x800) {
-        put(0xE0 | unit >> 12);
-        put(0x80 | (unit >> 6 & 0x3F));
-    } else if (unit >= 0x80) {
-        put(0xC0 | unit >> 6);
-    }
-    put(unit < 0x80 ? unit : 0x80 | (unit & 0x3F));
-    return out;
+// Writes four bytes, of which those before the result are a unit that is no surrogate. Nothing here
+// is a branch: which characters stand in a text cannot be foretold.
+unsigned char* PutUnit(std::uint32_t unit, unsigned char* out) {
+    const std::uint32_t last = 0x80 | (unit & 0x3F);
+    const std::uint32_t two = 0xC0 | unit >> 6 | last << 8;
+    const std::uint32_t three = 0xE0 | unit >> 12 | (0x80 | (unit >> 6 & 0x3F)) << 8 | last << 16;
+    const std::uint32_t bytes = unit < 0x80 ? unit : unit < 0x800 ? two : three;
+    for (int i = 0; i < 4; ++i)
+        out[i] = static_cast<unsigned char>(bytes >> 8 * i);
+    return out + 1 + (unit >= 0x80) + (unit >= 0x800);
 }
 
 }  // namespace
@@ -58,26 +59,25 @@ void SOutputStringStream::WriteBlock(std::string_view bytes) {
 }
 
 // In one pass where a byte is a character: into what is needed if every character that is not
-// ASCII takes three bytes.
+// ASCII takes three bytes, and the length of a step.
 void SOutputStringStream::WriteUtf8(std::string_view text) {
     const brcore8::CodePage& page = brcore8::CodePage::Ansi();
     if (page.IsDoubleByte()) return WriteBlock(SUtf8FromUtf16(SUtf16FromText(text)));
     const auto* next = reinterpret_cast<const unsigned char*>(text.data());
     const unsigned char* const end = next + text.size();
     const auto beyond = std::count_if(next, end, [](unsigned char byte) { return byte >= 0x80; });
-    const std::size_t most = text.size() + 2 * static_cast<std::size_t>(beyond);
+    constexpr std::size_t kStep = 16;
+    const std::size_t most = text.size() + 2 * static_cast<std::size_t>(beyond) + kStep;
     const auto utf8 = std::make_unique_for_overwrite<unsigned char[]>(most);
     unsigned char* out = utf8.get();
-    while (next != end) {
-        if (page.IsPlainAscii()) {
-            const auto left = static_cast<std::size_t>(end - next);
-            const std::size_t run = brcore8::CopyAsciiText(next, left, out);
-            next += run;
-            out += run;
-            if (next == end) break;
-        }
-        out = PutUnit(page.WideOf(*next++), out);
+    // A run of ASCII, which may be empty, and the character behind it.
+    while (page.IsPlainAscii() && end - next > std::ptrdiff_t{kStep}) {
+        const std::size_t run = brcore8::CopySixteen(next, out);
+        next += run;
+        out = PutUnit(page.WideOf(*next++), out + run);
     }
+    while (next != end)
+        out = PutUnit(page.WideOf(*next++), out);
     WriteBlock({reinterpret_cast<char*>(utf8.get()), static_cast<std::size_t>(out - utf8.get())});
 }
 

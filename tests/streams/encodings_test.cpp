@@ -2,11 +2,14 @@
 #include <brcore8/streams/input_buffer.h>
 #include <brcore8/streams/text_lines.h>
 #include <brcore8/strings/multibyte.h>
+#include <brcore8/strings/unicode.h>
 
 #include "streams/support.h"
 #include "support/failing_allocator.h"
 #include "support/page_scope.h"
 
+#include <iterator>
+#include <random>
 #include <vector>
 
 namespace {
@@ -339,6 +342,61 @@ TEST_F(EncodingTest, ComesBackAsItWas) {
         SInputStringStream in(source, 3, format, SKnownFormat());
         EXPECT_EQ(in.ReadLn().View(), text) << "format " << format;
         EXPECT_TRUE(in.IsEOF());
+    }
+}
+
+// Random texts of every format, long enough for several blocks, with every kind of line end.
+TEST_F(EncodingTest, ForcedAnsiBlocksHoldWhatSingleBytesAre) {
+    const char16_t units[] = u"abcdefghij\r\n\u2028\u00e9\u20ac\u0416\u00ad";
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        std::u16string wide;
+        const std::size_t plain = seed % 3 * 40;
+        for (int i = 0; i < 3000; ++i) {
+            wide += units[random() % (std::size(units) - 1)];
+            wide.append(random() % (plain + 1), u'x');
+        }
+        std::string bytes;
+        const auto format = static_cast<SInputMultiFormat::Format>(seed % 4);
+        if (format == SInputMultiFormat::FormatUtf8)
+            bytes = SUtf8FromUtf16(wide);
+        else if (format == SInputMultiFormat::FormatUtf16)
+            for (const char16_t unit : wide)
+                bytes += {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+        else
+            bytes = STextFromUtf16(wide);
+
+        SInputBuffer source(bytes.data(), static_cast<int>(bytes.size()));
+        SInputForcedANSIStream singly(source, 0, format, SKnownFormat());
+        std::string expected;
+        for (int byte; (byte = singly.Read()) != -1;)
+            expected += static_cast<char>(byte);
+
+        SInputBuffer again(bytes.data(), static_cast<int>(bytes.size()));
+        SInputForcedANSIStream blocks(again, 0, format, SKnownFormat());
+        std::string got;
+        std::vector<char> block(70000);
+        for (;;) {
+            const unsigned long count = 1 + random() % (random() % 2 ? 100 : 70000);
+            const unsigned long read = blocks.Read(block.data(), count);
+            got.append(block.data(), read);
+            if (read < count) break;
+        }
+        ASSERT_TRUE(got == expected);
+        EXPECT_TRUE(blocks.IsEOF());
+    }
+}
+
+TEST_F(EncodingTest, WritesUtf8OfTextsOfEveryLength) {
+    for (std::size_t length = 0; length < 100; ++length) {
+        std::string text;
+        for (std::size_t i = 0; i < length; ++i)
+            text += i % 7 == length % 7 ? '\x80' : i % 11 == 3 ? '\xE9' : 'a';
+        Sink out;
+        SOutputStringStream stream(out, SOutputStringStream::FormatUtf8);
+        stream.Write(SString(std::string_view(text)));
+        EXPECT_EQ(out.bytes, SUtf8FromUtf16(SUtf16FromText(text))) << length;
     }
 }
 

@@ -36,8 +36,11 @@ public:
     // cost no call of the C library each. Stream() stands behind what is buffered.
     std::size_t ReadBuffered(void* buffer, std::size_t count);
     int ReadByte();  // the next byte, or -1 at the end
-    // The next byte if that is buffered and nobody wants to know, else -1.
-    int TakeByte() noexcept { return next_ != end_ && progress_ == nullptr ? *next_++ : -1; }
+    // Lets the C stream itself read that much at a time. Not together with the two above.
+    void BufferStream() noexcept;
+    // Whether the next byte is buffered and nobody wants to know of it; then it may be taken.
+    bool HasByte() const noexcept { return next_ < silentEnd_; }
+    int TakeByte() noexcept { return *next_++; }
     int IsEOF() const noexcept;
     void SetMark(std::fpos_t& mark) noexcept;
     bool ReturnTo(const std::fpos_t& mark) noexcept;
@@ -66,6 +69,7 @@ private:
     unsigned char* buffer_ = nullptr;  // made when it is first of use
     const unsigned char* next_ = nullptr;
     const unsigned char* end_ = nullptr;
+    const unsigned char* silentEnd_ = nullptr;  // end_, or with a progress indicator the start
     bool atEnd_ = false;  // a read has met the end
     SProgressIndicatorEx* progress_ = nullptr;
     unsigned long step_ = 0;     // bytes between reports; 0: report every read
@@ -82,8 +86,8 @@ class BRCORE8_API SInputFile : public SInputStream {
     ~SInputFile() override;
 
     int Read() override {
-        const int byte = file_.TakeByte();
-        return byte >= 0 ? byte : ReadOne();
+        if (file_.HasByte()) [[likely]] return file_.TakeByte();
+        return ReadOne();
     }
     // 0 at the end of the file.
     unsigned long Read(void* buffer, unsigned long count) override;
