@@ -19,18 +19,14 @@ inline void CopyEnds(char* to, const char* from, std::size_t bytes) noexcept {
 
 // As memmove, but both pointers may be null where there is nothing to copy.
 inline void CopyBytes(char* to, const char* from, std::size_t bytes) noexcept {
-    if (bytes > 32) {
+    if (bytes < 2) {
+        if (bytes == 1) *to = *from;
+    } else if (bytes < 8) {
+        bytes < 4 ? CopyEnds<2>(to, from, bytes) : CopyEnds<4>(to, from, bytes);
+    } else if (bytes <= 32) {
+        bytes <= 16 ? CopyEnds<8>(to, from, bytes) : CopyEnds<16>(to, from, bytes);
+    } else {
         std::memmove(to, from, bytes);
-    } else if (bytes >= 16) {
-        CopyEnds<16>(to, from, bytes);
-    } else if (bytes >= 8) {
-        CopyEnds<8>(to, from, bytes);
-    } else if (bytes >= 4) {
-        CopyEnds<4>(to, from, bytes);
-    } else if (bytes >= 2) {
-        CopyEnds<2>(to, from, bytes);
-    } else if (bytes == 1) {
-        *to = *from;
     }
 }
 

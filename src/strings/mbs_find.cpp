@@ -178,6 +178,27 @@ ExactSearch::ExactSearch(const CodePage& page, std::string_view what, const char
     if (end - text < kRare) tries_ = 1;
 }
 
+inline const char* ExactSearch::Candidate(const char* p, const char* last) noexcept {
+    const auto first = static_cast<unsigned char>(what_.front());
+    const auto second = static_cast<unsigned char>(what_.back());
+    const bool rare = tries_ * kRare <= static_cast<std::size_t>(p - text_);
+    if (!rare && what_.size() > 1)
+        return FindBytePair(p, last, ByteIs{first}, what_.size() - 1, ByteIs{second});
+    ++tries_;
+    if (!endsAtZero_)
+        return static_cast<const char*>(
+            std::memchr(p, first, static_cast<std::size_t>(last - p) + 1));
+    const char* const hit = std::strchr(p, first);
+    if (hit == nullptr || hit > last) return nullptr;
+    if (p <= clean_ + 1) clean_ = hit;
+    return hit;
+}
+
+inline const char* ExactSearch::Confirmed(const char* found) const noexcept {
+    if (!endsAtZero_ || found == nullptr || found <= clean_) return found;
+    return std::memchr(clean_, 0, static_cast<std::size_t>(found - clean_)) ? nullptr : found;
+}
+
 const char* ExactSearch::Next(const char* from) noexcept {
     const std::size_t bytes = what_.size();
     if (static_cast<std::size_t>(end_ - from) < bytes) return nullptr;
@@ -200,27 +221,6 @@ const char* ExactSearch::Next(const char* from) noexcept {
         limited_ = false;
     }
     return nullptr;
-}
-
-const char* ExactSearch::Candidate(const char* p, const char* last) noexcept {
-    const auto first = static_cast<unsigned char>(what_.front());
-    const auto second = static_cast<unsigned char>(what_.back());
-    const bool rare = tries_ * kRare <= static_cast<std::size_t>(p - text_);
-    if (!rare && what_.size() > 1)
-        return FindBytePair(p, last, ByteIs{first}, what_.size() - 1, ByteIs{second});
-    ++tries_;
-    if (!endsAtZero_)
-        return static_cast<const char*>(
-            std::memchr(p, first, static_cast<std::size_t>(last - p) + 1));
-    const char* const hit = std::strchr(p, first);
-    if (hit == nullptr || hit > last) return nullptr;
-    if (p <= clean_ + 1) clean_ = hit;
-    return hit;
-}
-
-const char* ExactSearch::Confirmed(const char* found) const noexcept {
-    if (!endsAtZero_ || found == nullptr || found <= clean_) return found;
-    return std::memchr(clean_, 0, static_cast<std::size_t>(found - clean_)) ? nullptr : found;
 }
 
 const char* Find(const char* text, unsigned code) noexcept {

@@ -90,7 +90,7 @@ void SString::AssignCopy(std::int64_t bytes, const char* text) {
     if (text_ == EmptyText() || IsShared() || GetData()->capacity < bytes) {
         Adopt(CopyText(bytes, text));
     } else {
-        std::memmove(text_, text, static_cast<std::size_t>(bytes));
+        CopyBytes(text_, text, static_cast<std::size_t>(bytes));
         SetLength(static_cast<std::int32_t>(bytes));
     }
 }

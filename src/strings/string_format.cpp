@@ -92,6 +92,20 @@ struct Conversion {
 
     bool IsPlain() const { return flags[0] == 0 && width == 0 && precision < 0; }
     bool IsDecimal() const { return letter == 'd' || letter == 'i' || letter == 'u'; }
+    // Whether a conversion may end here: not all letters, but most that stand alone.
+    static bool IsLetter(char letter) {
+        switch (letter) {
+            case 'c':
+            case 'd':
+            case 'g':
+            case 's':
+            case 'u':
+            case 'x':
+                return true;
+            default:
+                return false;
+        }
+    }
     static bool IsFlag(char letter) {
         return letter == '#' || letter == '-' || letter == '+' || letter == '0' || letter == ' ' ||
                letter == '\'';
@@ -104,20 +118,18 @@ struct Conversion {
 
 class Formatter {
 public:
-    Formatter(Output& output, std::va_list arguments) : output_(output) {
-        va_copy(arguments_, arguments);
-    }
-    ~Formatter() { va_end(arguments_); }
-    Formatter(const Formatter&) = delete;
-    Formatter& operator=(const Formatter&) = delete;
+    // To be started, or copied to, before the formatting: a copy made of them would cost as much as
+    // a short number.
+    std::va_list arguments;
 
-    void Run(const char* format) {
-        while (*format) {
+    // The text lives as long as this does.
+    std::string_view Run(const char* format) {
+        while (format && *format) {
             const char* const plain = format;
             while (*format && *format != '%')
                 ++format;
             output_.Append(plain, static_cast<std::size_t>(format - plain));
-            if (*format == 0) return;
+            if (*format == 0) break;
             const char* begin = format++;
             Conversion conversion;
             format = Parse(format, conversion);
@@ -125,6 +137,7 @@ public:
             if (!Convert(conversion))
                 output_.Append(begin, static_cast<std::size_t>(format - begin));
         }
+        return {output_.Text(), output_.Bytes()};
     }
 
 private:
@@ -144,8 +157,7 @@ private:
     template <typename Value>
     void Print(const Conversion& conversion, const char* size, Value value);
 
-    Output& output_;
-    std::va_list arguments_;
+    Output output_;
 };
 
 // --- Reading a conversion ----------------------------------------------------------------------
@@ -158,10 +170,14 @@ const char* Formatter::ParseNumber(const char* p, std::int64_t& value) {
 }
 
 const char* Formatter::Parse(const char* p, Conversion& to) {
+    if (Conversion::IsLetter(*p)) {
+        to.letter = *p;
+        return p + 1;
+    }
     while (Conversion::IsFlag(*p))
         to.AddFlag(*p++);
     if (*p == '*') {
-        to.width = va_arg(arguments_, int);
+        to.width = va_arg(arguments, int);
         if (to.width < 0) {
             to.width = -to.width;
             to.AddFlag('-');
@@ -171,7 +187,7 @@ const char* Formatter::Parse(const char* p, Conversion& to) {
         p = ParseNumber(p, to.width);
     }
     if (*p == '.' && p[1] == '*') {
-        to.precision = std::max(va_arg(arguments_, int), -1);
+        to.precision = std::max(va_arg(arguments, int), -1);
         p += 2;
     } else if (*p == '.') {
         p = ParseNumber(p + 1, to.precision);
@@ -246,9 +262,9 @@ bool Formatter::Convert(const Conversion& conversion) {
         case 'g':
         case 'G':
             if (conversion.longDouble)
-                Print(conversion, "L", va_arg(arguments_, long double));
+                Print(conversion, "L", va_arg(arguments, long double));
             else
-                Fraction(conversion, va_arg(arguments_, double));
+                Fraction(conversion, va_arg(arguments, double));
             return true;
         case 'c':
         case 'C':
@@ -257,15 +273,15 @@ bool Formatter::Convert(const Conversion& conversion) {
         case 's':
         case 'S':
             if (wide)
-                Wide(conversion, va_arg(arguments_, const unsigned short*));
+                Wide(conversion, va_arg(arguments, const unsigned short*));
             else
-                Narrow(conversion, va_arg(arguments_, const char*));
+                Narrow(conversion, va_arg(arguments, const char*));
             return true;
         case 'p':
-            Print(conversion, "", va_arg(arguments_, void*));
+            Print(conversion, "", va_arg(arguments, void*));
             return true;
         case 'n':
-            static_cast<void>(va_arg(arguments_, void*));
+            static_cast<void>(va_arg(arguments, void*));
             return true;
         default:
             return false;
@@ -276,28 +292,28 @@ void Formatter::Signed(const Conversion& conversion) {
     long long value = 0;
     switch (conversion.size) {
         case Size::Default:
-            value = va_arg(arguments_, int);
+            value = va_arg(arguments, int);
             break;
         case Size::Char:
-            value = static_cast<signed char>(va_arg(arguments_, int));
+            value = static_cast<signed char>(va_arg(arguments, int));
             break;
         case Size::Short:
-            value = static_cast<short>(va_arg(arguments_, int));
+            value = static_cast<short>(va_arg(arguments, int));
             break;
         case Size::Long:
-            value = va_arg(arguments_, long);
+            value = va_arg(arguments, long);
             break;
         case Size::LongLong:
-            value = va_arg(arguments_, long long);
+            value = va_arg(arguments, long long);
             break;
         case Size::Max:
-            value = va_arg(arguments_, std::intmax_t);
+            value = va_arg(arguments, std::intmax_t);
             break;
         case Size::Pointer:
-            value = va_arg(arguments_, std::ptrdiff_t);
+            value = va_arg(arguments, std::ptrdiff_t);
             break;
         case Size::Int32:
-            value = va_arg(arguments_, std::int32_t);
+            value = va_arg(arguments, std::int32_t);
             break;
     }
     PrintWhole(conversion, value);
@@ -307,28 +323,28 @@ void Formatter::Unsigned(const Conversion& conversion) {
     unsigned long long value = 0;
     switch (conversion.size) {
         case Size::Default:
-            value = va_arg(arguments_, unsigned);
+            value = va_arg(arguments, unsigned);
             break;
         case Size::Char:
-            value = static_cast<unsigned char>(va_arg(arguments_, unsigned));
+            value = static_cast<unsigned char>(va_arg(arguments, unsigned));
             break;
         case Size::Short:
-            value = static_cast<unsigned short>(va_arg(arguments_, unsigned));
+            value = static_cast<unsigned short>(va_arg(arguments, unsigned));
             break;
         case Size::Long:
-            value = va_arg(arguments_, unsigned long);
+            value = va_arg(arguments, unsigned long);
             break;
         case Size::LongLong:
-            value = va_arg(arguments_, unsigned long long);
+            value = va_arg(arguments, unsigned long long);
             break;
         case Size::Max:
-            value = va_arg(arguments_, std::uintmax_t);
+            value = va_arg(arguments, std::uintmax_t);
             break;
         case Size::Pointer:
-            value = va_arg(arguments_, std::size_t);
+            value = va_arg(arguments, std::size_t);
             break;
         case Size::Int32:
-            value = va_arg(arguments_, std::uint32_t);
+            value = va_arg(arguments, std::uint32_t);
             break;
     }
     PrintWhole(conversion, value);
@@ -411,7 +427,7 @@ void Formatter::Wide(const Conversion& conversion, const unsigned short* text) {
 }
 
 void Formatter::Character(const Conversion& conversion, bool wide) {
-    const int code = va_arg(arguments_, int);
+    const int code = va_arg(arguments, int);
     char bytes[4] = {static_cast<char>(code)};
     std::size_t count = 1;
     if (wide) {
@@ -425,25 +441,27 @@ void Formatter::Character(const Conversion& conversion, bool wide) {
 
 // --- SString -----------------------------------------------------------------------------------
 
+// The result grows apart from the target, whose text the arguments may point into.
+
 void SString::Format(const char* format, ...) {
-    std::va_list arguments;
-    va_start(arguments, format);
-    FormatV(format, arguments);
-    va_end(arguments);
+    Formatter formatter;
+    va_start(formatter.arguments, format);
+    *this = formatter.Run(format);
+    va_end(formatter.arguments);
 }
 
 void SString::Format(unsigned int id, ...) {
     SString format;
     format.LoadString(id);
-    std::va_list arguments;
-    va_start(arguments, id);
-    FormatV(format, arguments);
-    va_end(arguments);
+    Formatter formatter;
+    va_start(formatter.arguments, id);
+    *this = formatter.Run(format);
+    va_end(formatter.arguments);
 }
 
-// The result grows apart from the target, whose text the arguments may point into.
 void SString::FormatV(const char* format, std::va_list arguments) {
-    Output output;
-    if (format) Formatter(output, arguments).Run(format);
-    AssignCopy(static_cast<std::int64_t>(output.Bytes()), output.Text());
+    Formatter formatter;
+    va_copy(formatter.arguments, arguments);
+    *this = formatter.Run(format);
+    va_end(formatter.arguments);
 }
