@@ -46,13 +46,17 @@ const char* FindBytePair(const char* from, const char* last, Choice first, std::
     const auto load = [](const char* at) {
         return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
     };
-    while (last - p >= 15) {
-        const __m128i hits = _mm_and_si128(first.In(load(p)), second.In(load(p + distance)));
-        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(hits));
-        if (mask != 0) return p + std::countr_zero(mask);
-        p += 16;
-        // The last step goes back over some places that are known.
-        if (p <= last && last - p < 15) p = last - 15;
+    const auto hitsAt = [&](const char* at) {
+        return static_cast<unsigned>(_mm_movemask_epi8(
+            _mm_and_si128(first.In(load(at)), second.In(load(at + distance)))));
+    };
+    if (last - p >= 15) {
+        const char* const end = last - 15;  // where the last step begins, going over places twice
+        for (;; p = end - p > 16 ? p + 16 : end) {
+            const unsigned hits = hitsAt(p);
+            if (hits != 0) return p + std::countr_zero(hits);
+            if (p == end) return nullptr;
+        }
     }
 #endif
     for (; p <= last; ++p)

@@ -23,10 +23,6 @@ struct Pattern {
     static std::size_t Width(unsigned code) noexcept { return code < 256 ? 1 : 2; }
 };
 
-// The C library's search for one byte is the fastest there is, while it stands this far from the
-// next such byte.
-constexpr int kRare = 256;
-
 // Direct search may compare this often without success before the linear one takes over.
 bool IsTooMuch(std::size_t spent, std::size_t walked) noexcept {
     return spent > 1024 + 4 * walked;
@@ -165,19 +161,6 @@ const char* SearchFolded(const Pattern& what, const char* text, const char* end)
 
 }  // namespace
 
-ExactSearch::ExactSearch(const CodePage& page, std::string_view what, const char* text,
-                         const char* end, Zero zero) noexcept
-    : page_(page),
-      what_(what),
-      text_(text),
-      end_(end),
-      clean_(text),
-      endsAtZero_(zero == Zero::EndsText),
-      loneLead_(page.IsDoubleByte() && EndsInLoneLead(page, what)) {
-    // A short text is soon searched, without the C library's help.
-    if (end - text < kRare) tries_ = 1;
-}
-
 inline const char* ExactSearch::Candidate(const char* p, const char* last) noexcept {
     const auto first = static_cast<unsigned char>(what_.front());
     const auto second = static_cast<unsigned char>(what_.back());
@@ -203,6 +186,7 @@ const char* ExactSearch::Next(const char* from) noexcept {
     const std::size_t bytes = what_.size();
     if (static_cast<std::size_t>(end_ - from) < bytes) return nullptr;
     const bool doubleByte = page_.IsDoubleByte();
+    const bool loneLead = doubleByte && EndsInLoneLead(page_, what_);
     const char* const last = end_ - bytes;  // where the last match could begin
     const char* known = from;
     for (const char* p = from; p <= last && (p = Candidate(p, last)) != nullptr; ++p) {
@@ -210,7 +194,7 @@ const char* ExactSearch::Next(const char* from) noexcept {
         while (same < bytes && p[same] == what_[same])
             ++same;
         const bool boundary = !doubleByte || IsWholeBefore(page_, known, p);
-        if (same == bytes && boundary && (!loneLead_ || p + bytes == end_ || p[bytes] == 0))
+        if (same == bytes && boundary && (!loneLead || p + bytes == end_ || p[bytes] == 0))
             return Confirmed(p);
         known = boundary ? p : p + 1;
         spent_ += same;

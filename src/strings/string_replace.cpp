@@ -1,7 +1,9 @@
 #include <brcore8/strings/string.h>
 
+#include <brcore8/containers/table.h>
 #include <brcore8/core/throw.h>
 
+#include <cstdint>
 #include <cstring>
 #include <new>
 #include <unordered_map>
@@ -22,32 +24,46 @@ std::string_view ViewOf(const char* text) {
     return text ? std::string_view(text) : std::string_view();
 }
 
-// Finds one text, which is not empty, again and again in another, whose length is taken once.
+// Finds one text, which is not empty, again and again in another.
 class Finder {
 public:
     Finder(const char* text, std::string_view what, bool noCase)
-        : end_(text + std::strlen(text)),
+        : text_(text),
+          end_(text + std::strlen(text)),
           what_(what),
           noCase_(noCase),
           exact_(CodePage::Ansi(), what, text, end_, mbs::Zero::IsText) {}
 
+    // The first place at or behind `from`, which lies behind the place before.
     const char* Next(const char* from) {
-        if (!noCase_) return exact_.Next(from);
-        return mbs::FindTextNoCase(from, static_cast<std::size_t>(end_ - from), what_.data(),
-                                   what_.size());
+        if (known_ < places_.GetCount()) return text_ + places_[known_++];
+        return Search(exact_, from);
     }
-    int CountFrom(const char* from) {
+    // How often Next will find something. Remembers the first places, so that few texts are
+    // searched twice.
+    int Count() {
+        constexpr int kMost = 1 << 16;
+        mbs::ExactSearch exact = exact_;
         int count = 0;
-        for (; (from = Next(from)) != nullptr; from += what_.size())
-            ++count;
+        for (const char* p = text_; (p = Search(exact, p)) != nullptr; p += what_.size())
+            if (++count <= kMost) places_.Add(static_cast<std::int32_t>(p - text_));
         return count;
     }
 
 private:
+    const char* Search(mbs::ExactSearch& exact, const char* from) {
+        if (!noCase_) return exact.Next(from);
+        return mbs::FindTextNoCase(from, static_cast<std::size_t>(end_ - from), what_.data(),
+                                   what_.size());
+    }
+
+    const char* text_;
     const char* end_;
     std::string_view what_;
     bool noCase_;
     mbs::ExactSearch exact_;
+    STable<std::int32_t> places_;
+    int known_ = 0;
 };
 
 }  // namespace
@@ -71,14 +87,15 @@ int SString::ReplaceEvery(const char* from, const char* to, bool noCase) {
     const std::string_view fresh = ViewOf(to);
     if (old.empty()) return 0;
     Finder finder(text_, old, noCase);
+    const bool grows = fresh.size() > old.size();
+    const int count = grows ? finder.Count() : 0;
     const char* found = finder.Next(text_);
     if (!found) return 0;
-    const bool grows = fresh.size() > old.size();
     const bool inPlace = !grows && !IsShared() && !Owns(from) && !(to && Owns(to));
     SString result;
     if (grows) {
         const auto growth = static_cast<std::int64_t>(fresh.size() - old.size());
-        result.AllocBuffer(LengthByte() + growth * Finder(text_, old, noCase).CountFrom(found));
+        result.AllocBuffer(LengthByte() + growth * count);
     } else if (!inPlace) {
         result.AllocBuffer(LengthByte());
     }

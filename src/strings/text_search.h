@@ -19,12 +19,23 @@ class ExactSearch {
 public:
     // `what` is not empty.
     ExactSearch(const CodePage& page, std::string_view what, const char* text, const char* end,
-                Zero zero) noexcept;
+                Zero zero) noexcept
+        : page_(page),
+          what_(what),
+          text_(text),
+          end_(end),
+          clean_(text),
+          tries_(end - text < kRare ? 1 : 0),
+          endsAtZero_(zero == Zero::EndsText) {}
 
     // The first place at or behind `from`, where a character begins; null when there is none.
     const char* Next(const char* from) noexcept;
 
 private:
+    // The C library's search for one byte is the fastest there is where that byte stands this far
+    // from the next such byte, but not worth its call in a text as short.
+    static constexpr int kRare = 256;
+
     const char* Candidate(const char* p, const char* last) noexcept;
     const char* Confirmed(const char* found) const noexcept;
 
@@ -33,11 +44,10 @@ private:
     const char* text_;
     const char* end_;
     const char* clean_;  // no zero byte stands before it
-    std::size_t tries_ = 0;  // searches for the first byte alone
+    std::size_t tries_;  // searches for the first byte alone
     std::size_t spent_ = 0;
     bool limited_ = true;
     bool endsAtZero_;
-    bool loneLead_;
 };
 
 }  // namespace brcore8::mbs

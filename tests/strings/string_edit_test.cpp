@@ -143,7 +143,10 @@ TEST_P(StringEdit, Replacing) {
 
 // Arguments that lie in the text that is changed.
 TEST_P(StringEdit, ItsOwnText) {
+    static const std::string large(5000, 'x');
+    static const std::string twice = large + large;
     const Row rows[] = {
+        {"append itself from the heap", large, [](SString& s) { s += s; }, twice},
         {"append itself", "abc", [](SString& s) { s += s; }, "abcabc"},
         {"append its tail", "abc", [](SString& s) { s += s.GetPointerAt(1); }, "abcbc"},
         {"append its view", "abc", [](SString& s) { s += s.View().substr(1, 1); }, "abcb"},

@@ -8,6 +8,7 @@
 #include <climits>
 #include <cmath>
 #include <cstdio>
+#include <random>
 
 #include "strings/string_fixture.h"
 
@@ -49,7 +50,7 @@ TEST_P(StringFormat, NumbersAsThePlatformWritesThem) {
     }
     for (const char* format : {"%f", "%e", "%g", "%G", "%E", "%a", "%F", "%.0f", "%#.0f", "%10.2f|",
                                "%-10.2f|", "%+.3e", "%010.3f", "%.40f", "%700.3f", "%.700g"}) {
-        for (const double value : {0.0, -0.0, 1.5, -2.25e-7, 1e300, HUGE_VAL}) {
+        for (const double value : {0.0, -0.0, 1.5, -2.25e-7, 1e308, HUGE_VAL}) {
             SCOPED_TRACE(std::string(format) + " of " + std::to_string(value));
             ExpectAsPlatform(format, value);
         }
@@ -63,6 +64,23 @@ TEST_P(StringFormat, NumbersAsThePlatformWritesThem) {
     ExpectAsPlatform("%p", static_cast<const void*>(kWide));
     ExpectAsPlatform("%s|%5s|%-5s|%.2s|%5.1s|%.0s|%c|%3c|%-3c|%%", "abc", "ab", "ab", "abc", "abc",
                      "abc", 'x', 'y', 'z');
+}
+
+// Ties of the sixth digit, numbers that a double has exactly or not at all, both ends of the range
+// that is written without an exponent, and anything between.
+TEST_P(StringFormat, GeneralNumbersAsThePlatformWritesThem) {
+    for (const double value : {3.25, 0.1, 1.0, 100000.0, 100000.5, 100001.5, 123456.5, 0.5000005,
+                               999999.0, 999999.4, 999999.5, 9.9999949, 9.999995, 9.9999951, 1e-4,
+                               9.999994e-5, 9.9999999e-5, 0.000123456789, 1e-300, 1e6})
+        for (const double signedValue : {value, -value})
+            ExpectAsPlatform("%g", signedValue);
+    std::mt19937 random(20240229);
+    for (int i = 0; i < 20000; ++i) {
+        SCOPED_TRACE(i);
+        const double whole = static_cast<double>(random() % 10000000);
+        ExpectAsPlatform("%g", i % 2 ? std::ldexp(whole, -static_cast<int>(random() % 40))
+                                     : whole / std::pow(10.0, random() % 12));
+    }
 }
 
 TEST_P(StringFormat, TextAndWideText) {
@@ -87,7 +105,8 @@ TEST_P(StringFormat, TextAndWideText) {
         {"far and near", Formatted("%Ns%Nd", "a", 1), "a1"},
         {"sizes by number", Formatted("%I64d %I32d %Iu", 1LL << 40, -5, std::size_t{7}),
          "1099511627776 -5 7"},
-        {"n takes its argument", Formatted("a%nb%s", static_cast<void*>(nullptr), "c"), "abc"},
+        {"n takes its argument", Formatted("a%nb%hn%s", null, null, "c"), "abc"},
+        {"negative precision is none", Formatted("%.*s", -1, "abc"), "abc"},
         {"percent", Formatted("100%%"), "100%"},
         {"percent in a field", Formatted("%5%"), "%"},
         {"a lone percent at the end", Formatted("50%"), "50%"},

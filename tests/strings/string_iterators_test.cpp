@@ -220,7 +220,7 @@ TEST(StringIterators, StandAtTheEndOfATextThatLostTheirPlace) {
     } rows[] = {
         {"cut", [](SString& s) { s.Delete(2, -1); }},
         {"replaced by another's", [](SString& s) { s = SString("ab"); }},
-        {"grown elsewhere", [](SString& s) { s += SString('x', 5000); }},
+        {"replaced by a longer one", [](SString& s) { s = SString('y', 8000); }},
         {"emptied", [](SString& s) { s.Done(); }},
     };
     for (const auto& row : rows) {

@@ -160,7 +160,11 @@ TEST(StringThreads, ShareOneBuffer) {
                 const SString second = copy;
                 copy.SetAt(0, static_cast<unsigned>('A' + i));
                 copy += second;
-                if (copy.GetAt(0) != 'A' + i || second != shared) {
+                SString locked = shared;
+                locked.LockBuffer();
+                const SString apart = locked;
+                locked.UnlockBuffer();
+                if (copy.GetAt(0) != 'A' + i || second != shared || apart != shared) {
                     ADD_FAILURE();
                 }
                 if (round % 500 == 0) SString::DeleteEmptyStrings();

@@ -123,6 +123,30 @@ TEST_P(StringSearch, Patterns) {
     for (int i = 0; i < 50; ++i)
         stars += "a*";
     EXPECT_EQ(SString('a', 3000).Match((stars + "b").c_str()), 0);
+    EXPECT_EQ(SString("a").Match(SString('*', 60000)), 1);
+    std::string some;
+    for (int i = 0; i < 50000; ++i)
+        some += "*?";
+    EXPECT_EQ(SString('a', 100000).Match(some.c_str()), 1);
+    EXPECT_EQ(SString('a', 49999).Match(some.c_str()), 0);
+}
+
+// Searches take several places a step; a find behind a zero byte is none.
+TEST_P(StringSearch, FindsAtEveryPlace) {
+    for (const std::size_t size : {2, 3, 15, 16, 17, 18, 33, 47, 300}) {
+        for (std::size_t at = 0; at + 2 <= size; ++at) {
+            SCOPED_TRACE(std::to_string(at) + " of " + std::to_string(size));
+            std::string bytes(size, 'x');
+            bytes.replace(at, 2, "xy");
+            SString text{std::string_view(bytes)};
+            const auto place = static_cast<std::ptrdiff_t>(at);
+            EXPECT_EQ(Offset(text, text.Find("xy")), place);
+            EXPECT_EQ(Offset(text, text.FindNoCase("XY")), place);
+            if (at < 3) continue;
+            text.SetAt(static_cast<int>(at / 2), 0);
+            EXPECT_EQ(text.Find("xy"), nullptr);
+        }
+    }
 }
 
 int Sign(int value) {

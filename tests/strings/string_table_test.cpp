@@ -187,6 +187,36 @@ TEST(StringTable, SortsAsTheModelDoes) {
     }
 }
 
+// Shapes that cost some methods the square of their number or a stack as deep.
+TEST(StringTable, SortsWhatIsHardForOthers) {
+    constexpr int kCount = 50000;
+    const struct {
+        const char* name;
+        int (*number)(int i);
+    } rows[] = {
+        {"sorted", [](int i) { return i; }},
+        {"reversed", [](int i) { return kCount - i; }},
+        {"equal", [](int) { return 7; }},
+        {"organ pipe", [](int i) { return std::min(i, kCount - i); }},
+        {"saw", [](int i) { return i % 100; }},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Texts texts;
+        for (int i = 0; i < kCount; ++i)
+            texts.push_back("many bytes before the number " + std::to_string(row.number(i)));
+        SStringTable table = TableOf(texts);
+        SStringTable numbered = table;
+        table.Sort();
+        numbered.SortNumbered();
+        for (int i = 1; i < kCount; ++i) {
+            ASSERT_GE(numbered[i].CompareNb(numbered[i - 1]), 0) << i;
+        }
+        std::sort(texts.begin(), texts.end());
+        EXPECT_EQ(TextsOf(table), texts);
+    }
+}
+
 int Code(const char* left, const char* right) {
     return SString(left).Compare(right);
 }

@@ -367,7 +367,17 @@ TEST_P(StringTest, RefusesWhatIsTooLong) {
     EXPECT_THROW(text.ReplaceAll("a", large), SEOutOfMemory);
     EXPECT_THROW(text.Lock(0x7FFFFFFF), SEOutOfMemory);
     EXPECT_THROW(SString(' ', 0x7FFFFFFF), SEOutOfMemory);
+    // Refused for the sum, before anything is read.
+    const std::string_view most(before.View().data(), SString::MaxBytes);
+    EXPECT_THROW(text += most, SEOutOfMemory);
+    SStringBuffer buffer(text);
+    EXPECT_THROW(buffer += most, SEOutOfMemory);
+    EXPECT_EQ(buffer.View(), before.View());
     EXPECT_EQ(text.View(), before.View());
+    // As large as a text may be: to be had or not, but never a size that wrapped.
+    FailNthAllocation fail(1, true);
+    for (const int size : {SString::MaxBytes - 511, SString::MaxBytes - 1, SString::MaxBytes + 0})
+        EXPECT_THROW(SString('x', size), SEOutOfMemory);
 }
 
 TEST_P(StringTest, TriesOnceMoreWhenMemoryIsShort) {
