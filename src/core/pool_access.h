@@ -16,20 +16,22 @@ namespace brcore8 {
 struct PoolAccess {
     // As SFixedAlloc::Alloc.
     [[nodiscard]] static void* Alloc(SFixedAlloc& pool) {
+        void* const block = AllocAtOnce(pool);
+        return block != nullptr ? block : AllocFromPool(pool);
+    }
+    // Null when it takes more than to pop a free block.
+    [[nodiscard]] static void* AllocAtOnce(SFixedAlloc& pool) noexcept {
         void* block = nullptr;
         if (IsSingleThreaded()) {
             block = pool.free_;
-            if (block != nullptr) [[likely]] {
-                UnpoisonMemory(block, pool.blockSize_);
-                pool.free_ = *static_cast<void**>(block);
-                return block;
-            }
+            if (block == nullptr) [[unlikely]] return nullptr;
+            UnpoisonMemory(block, pool.blockSize_);
+            pool.free_ = *static_cast<void**>(block);
         } else if (PoolMagazine* const own = OwnMagazine(pool); own != nullptr && own->Enter()) {
             block = own->Take();
             own->Leave();
+            if (block != nullptr) UnpoisonMemory(block, pool.blockSize_);
         }
-        if (block == nullptr) [[unlikely]] return AllocFromPool(pool);
-        UnpoisonMemory(block, pool.blockSize_);
         return block;
     }
 

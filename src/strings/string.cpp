@@ -21,12 +21,7 @@ constinit SString::EmptyBuffer SString::empty_ = {{-1, 0, 0, 0}, {}};
 
 char* SString::NewText(std::int64_t bytes) {
     if (bytes <= 0) return EmptyText();
-    SStringData* data = brcore8::string_pools::Take(bytes);
-    data->references = 1;
-    data->bytes = data->characters = static_cast<std::int32_t>(bytes);
-    char* text = reinterpret_cast<char*>(data + 1);
-    text[bytes] = 0;
-    return text;
+    return reinterpret_cast<char*>(brcore8::string_pools::Take(bytes) + 1);
 }
 
 void SString::FreeData(SStringData* data) noexcept {

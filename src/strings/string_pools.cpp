@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <new>
 
 #include "core/never_destroyed.h"
 #include "core/pool_access.h"
@@ -50,22 +51,16 @@ std::size_t LargeSize(std::int32_t capacity) {
     return static_cast<std::size_t>(capacity) + sizeof(SStringData) + 1;
 }
 
-SStringData* TakeOnce(std::int64_t bytes) {
-    if (bytes <= kLargestPooled) {
-        const int index = Index(static_cast<std::int32_t>(bytes));
-        auto* data = static_cast<SStringData*>(PoolAccess::Alloc(pools[index].object));
-        data->capacity = Capacity(index);
-        return data;
-    }
-    const std::int32_t capacity = LargeCapacity(bytes);
-    auto* data = static_cast<SStringData*>(Allocate(LargeSize(capacity)));
-    data->capacity = capacity;
+SStringData* Fill(void* block, std::int32_t capacity, std::int64_t bytes) {
+    const auto length = static_cast<std::int32_t>(bytes);
+    auto* const data = ::new (block) SStringData{1, length, capacity, length};
+    reinterpret_cast<char*>(data + 1)[length] = 0;
     return data;
 }
 
 // Tries once more with the memory that the pools do not use.
 template <class Get>
-SStringData* WithUnused(std::int64_t bytes, Get get) {
+void* WithUnused(std::int64_t bytes, Get get) {
     if (bytes > SString::MaxBytes) ThrowOutOfMemory();
     try {
         return get();
@@ -75,10 +70,27 @@ SStringData* WithUnused(std::int64_t bytes, Get get) {
     return get();
 }
 
+// Takes what cannot be had at once; apart from Take, which so needs no stack.
+[[gnu::noinline]] SStringData* TakeSlowly(std::int64_t bytes) {
+    if (bytes <= kLargestPooled) {
+        const int index = Index(static_cast<std::int32_t>(bytes));
+        void* const block =
+            WithUnused(bytes, [index] { return PoolAccess::Alloc(pools[index].object); });
+        return Fill(block, Capacity(index), bytes);
+    }
+    const std::int32_t capacity = LargeCapacity(bytes);
+    return Fill(WithUnused(bytes, [capacity] { return Allocate(LargeSize(capacity)); }), capacity,
+                bytes);
+}
+
 }  // namespace
 
 SStringData* Take(std::int64_t bytes) {
-    return WithUnused(bytes, [bytes] { return TakeOnce(bytes); });
+    if (bytes > kLargestPooled) return TakeSlowly(bytes);
+    const int index = Index(static_cast<std::int32_t>(bytes));
+    void* const block = PoolAccess::AllocAtOnce(pools[index].object);
+    if (block == nullptr) [[unlikely]] return TakeSlowly(bytes);
+    return Fill(block, Capacity(index), bytes);
 }
 
 SStringData* Enlarge(SStringData* data, std::int64_t bytes) {
@@ -93,9 +105,8 @@ SStringData* Enlarge(SStringData* data, std::int64_t bytes) {
     }
     // Large blocks the heap mostly makes larger without copying them.
     const std::int32_t capacity = LargeCapacity(bytes);
-    auto* const grown = WithUnused(bytes, [data, capacity] {
-        return static_cast<SStringData*>(Reallocate(data, LargeSize(capacity)));
-    });
+    auto* const grown = static_cast<SStringData*>(WithUnused(
+        bytes, [data, capacity] { return Reallocate(data, LargeSize(capacity)); }));
     grown->capacity = capacity;
     return grown;
 }

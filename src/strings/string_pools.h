@@ -10,7 +10,7 @@
 
 namespace brcore8::string_pools {
 
-// A buffer with room for `bytes` bytes (at least 1) and a terminator; only its capacity is set.
+// A buffer of one handle with `bytes` bytes (at least 1), to be copied in, and a terminator.
 // When memory is short, gives unused blocks back and tries once more; throws SEOutOfMemory, also
 // above SString::MaxBytes.
 SStringData* Take(std::int64_t bytes);

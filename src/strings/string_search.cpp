@@ -120,6 +120,18 @@ constexpr auto kSpecial = [] {
     return special;
 }();
 
+// Bytes that every text has that the pattern matches. A trail byte that looks like an escape only
+// makes them fewer.
+std::ptrdiff_t ShortestMatch(const char* pattern) {
+    std::ptrdiff_t bytes = 0;
+    for (; *pattern; ++pattern) {
+        if (*pattern == '*') continue;
+        if (*pattern == '\\' && *++pattern == 0) break;
+        ++bytes;
+    }
+    return bytes;
+}
+
 // Walks pattern and text together. After a failure only the last "*" need be tried again: an
 // earlier one could not reach any text that the last one cannot.
 template <class Characters>
@@ -138,6 +150,7 @@ int MatchPattern(const Characters& characters, std::string_view whole, const cha
             while (*pattern == '*')
                 ++pattern;
             if (*pattern == 0) return 1;
+            if (!starPattern && end - text < ShortestMatch(pattern)) return 0;
             starPattern = pattern;
             starText = text;
             continue;
