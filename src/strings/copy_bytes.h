@@ -25,6 +25,8 @@ inline void CopyBytes(char* to, const char* from, std::size_t bytes) noexcept {
         bytes < 4 ? CopyEnds<2>(to, from, bytes) : CopyEnds<4>(to, from, bytes);
     } else if (bytes <= 32) {
         bytes <= 16 ? CopyEnds<8>(to, from, bytes) : CopyEnds<16>(to, from, bytes);
+    } else if (bytes <= 64) {
+        CopyEnds<32>(to, from, bytes);
     } else {
         std::memmove(to, from, bytes);
     }
