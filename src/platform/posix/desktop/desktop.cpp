@@ -60,7 +60,7 @@ Window& Root() noexcept {
     const std::lock_guard guard(Lock());
     Tables& tables = TheTables();
     if (tables.root == nullptr) {
-        tables.root = NewWindow();
+        tables.root = NewWindow(nullptr);
         tables.root->style = WS_POPUP | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
         tables.root->procedure = &DefWindowProcA;
         tables.root->rect = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
@@ -69,7 +69,7 @@ Window& Root() noexcept {
     return *tables.root;
 }
 
-Window* NewWindow() {
+Window* NewWindow(Thread* thread) {
     const std::lock_guard guard(Lock());
     Tables& tables = TheTables();
     unsigned number = 0;
@@ -83,6 +83,7 @@ Window* NewWindow() {
     }
     Slot& slot = tables.slots[number];
     slot.window = std::make_unique<Window>();
+    slot.window->thread = thread;
     const std::uintptr_t value = (number + kFirstSlot) | std::uintptr_t{slot.uses & 0x7FFF} << 16;
     slot.window->handle = reinterpret_cast<HWND>(value);
     return slot.window.get();

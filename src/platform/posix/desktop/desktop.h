@@ -76,8 +76,8 @@ std::recursive_mutex& Lock() noexcept;
 Window* Find(HWND handle) noexcept;
 // The root of all windows, as large as the screen.
 Window& Root() noexcept;
-// A new window without a place in the tree; null when there are 65,000 already.
-Window* NewWindow();
+// A new window of the thread, without a place in the tree; null when there are 65,000 already.
+Window* NewWindow(Thread* thread);
 // Ends a window that is in no tree.
 void FreeWindow(Window* window) noexcept;
 // Every window of the table, for what concerns all.

@@ -138,13 +138,14 @@ BOOL Post(Thread& thread, const MSG& message) {
 }  // namespace
 
 LRESULT SendMessageA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+    Thread& own = ThisThread();
+    std::unique_lock lock(Lock());
     const Window* const window = Find(handle);
     if (window == nullptr) return 0;
-    Thread& own = ThisThread();
-    if (window->thread == nullptr || window->thread == &own)
+    if (window->thread == nullptr || window->thread == &own) {
+        lock.unlock();
         return Call(handle, message, wParam, lParam);
-
-    std::unique_lock lock(Lock());
+    }
     Thread& other = *window->thread;
     SentMessage sent{{handle, message, wParam, lParam, GetTickCount(), CursorPoint()}};
     other.sent.push_back(&sent);

@@ -100,7 +100,7 @@ HWND CreateWindowExA(DWORD exStyle, const char* className, const char* text, DWO
         SetLastError(ERROR_TLW_WITH_WSCHILD);
         return nullptr;
     }
-    Window* const window = DepthOf(parent) < kDeepest ? NewWindow() : nullptr;
+    Window* const window = DepthOf(parent) < kDeepest ? NewWindow(&ThisThread()) : nullptr;
     if (window == nullptr) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return nullptr;
@@ -113,7 +113,6 @@ HWND CreateWindowExA(DWORD exStyle, const char* className, const char* text, DWO
     const HWND handle = window->handle;
     ++windowClass->windows;
     window->windowClass = windowClass;
-    window->thread = &ThisThread();
     window->procedure = windowClass->info.lpfnWndProc;
     // An overlapped window has a caption, whatever it asks for.
     window->style = style & ~DWORD{WS_VISIBLE};
