@@ -68,11 +68,12 @@ protected:
 
     // Bytes of the wrapped stream that a derived class has read in a block: they come after what is
     // pushed back and before the rest of the stream.
-    struct {
+    struct Ahead {
         const unsigned char* next = nullptr;
         const unsigned char* end = nullptr;
         unsigned long Count() const noexcept { return static_cast<unsigned long>(end - next); }
-    } ahead_;
+    };
+    Ahead ahead_;
 
     // The next byte of the text as it stands, or -1.
     int ReadByte();
