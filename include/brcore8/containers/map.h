@@ -236,7 +236,7 @@ private:
 };
 
 // The map in ascending key order.
-template <class K, class V, class Alloc = STreePool>
+template <class K, class V, class Alloc = STreeHeap>
 class SMap : public __SMap<K, V, Alloc, false> {
 public:
     // Adds every pair of another map, also of one with another order; nothing for itself.
@@ -249,7 +249,7 @@ public:
 
 // The map in the order in which its keys were first added; a key that is removed and added again
 // comes last. Finding is as fast as in SMap, and removing any pair needs no search of its place.
-template <class K, class V, class Alloc = STreePool>
+template <class K, class V, class Alloc = STreeHeap>
 class SUnsortedMap : public __SMap<K, V, Alloc, true> {
 public:
     // Adds every pair of another map, also of one that compares keys differently; nothing for

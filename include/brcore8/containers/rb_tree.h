@@ -216,13 +216,15 @@ template <class Before, class After>
 __STree::Place __STree::DescendStraight(Before before, After after) const {
     Entry* found = nullptr;
     Entry* parent = nullptr;
-    // A loop for each side, so that the side is a branch: the processor then runs ahead on the way
-    // that it expects, where a selected address would have to arrive first.
+    // One branch a level, which the processor learns to foretell where keys come again.
     for (Entry* entry = root_; entry != nullptr;) {
-        for (; entry != nullptr && before(entry->Element()); entry = entry->right)
-            parent = entry;
-        for (; entry != nullptr && !before(entry->Element()); entry = entry->left)
-            found = parent = entry;
+        parent = entry;
+        if (before(entry->Element())) {
+            entry = entry->right;
+        } else {
+            found = entry;
+            entry = entry->left;
+        }
     }
     const int left = found == parent;
     if (found != nullptr && after(found->Element())) found = nullptr;
