@@ -21,7 +21,7 @@ archive/read_60k_small_process|brcore8|$brcore8 zip test $data/small_60000.zip
 archive/read_60k_small_process|unzip|unzip -tqq $data/small_60000.zip
 archive/read_60k_small_process|bsdtar|bsdtar -xOf $data/small_60000.zip
 text/preprocess_50m_process|brcore8|$brcore8 preprocess -D FEATURE $data/source_50m.txt
-text/preprocess_50m_process|unifdef|unifdef -x0 -DFEATURE $data/source_50m.txt
+text/preprocess_50m_process|unifdef|unifdef -x2 -DFEATURE $data/source_50m.txt
 text/preprocess_50m_process|cpp|cpp -P -undef -DFEATURE $data/source_50m.txt
 text/rtf_to_text_8m_process|brcore8|$brcore8 rtf text $data/document_8m.rtf
 text/rtf_to_text_8m_process|unrtf|unrtf --text --nopict $data/document_8m.rtf
