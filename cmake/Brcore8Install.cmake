@@ -42,9 +42,21 @@ if(TARGET brcore8_command)
         INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
     install(TARGETS brcore8_command RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
-if(EXISTS "${PROJECT_SOURCE_DIR}/tools/brcore8/brcore8.1" AND NOT WIN32)
-    install(FILES "${PROJECT_SOURCE_DIR}/tools/brcore8/brcore8.1"
-        DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
-    install(FILES "${PROJECT_SOURCE_DIR}/tools/brcore8/brcore8.bash"
+# What the command tells about itself, for a system with manual pages and completing shells. Nobody
+# installs what a sanitizer was built into, which may need a special start.
+if(TARGET brcore8_command AND NOT WIN32 AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+    set(pages "${PROJECT_BINARY_DIR}/pages")
+    file(MAKE_DIRECTORY "${pages}")
+    add_custom_command(
+        OUTPUT "${pages}/brcore8.1" "${pages}/brcore8.bash" "${pages}/brcore8.zsh"
+        COMMAND brcore8_command manual > "${pages}/brcore8.1"
+        COMMAND brcore8_command completion bash > "${pages}/brcore8.bash"
+        COMMAND brcore8_command completion zsh > "${pages}/brcore8.zsh"
+        DEPENDS brcore8_command VERBATIM)
+    add_custom_target(brcore8_pages ALL DEPENDS "${pages}/brcore8.1")
+    install(FILES "${pages}/brcore8.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+    install(FILES "${pages}/brcore8.bash"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME brcore8)
+    install(FILES "${pages}/brcore8.zsh"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions" RENAME _brcore8)
 endif()

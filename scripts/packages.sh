@@ -19,6 +19,8 @@ gdb gdb
 libfmt-dev /usr/include/fmt/format.h
 unzip unzip
 zip zip
+groff-base groff
+zsh zsh
 '
 needs_all='
 ccache ccache

@@ -64,6 +64,8 @@ Action PrepareProfile(CLI::App& parser, const Settings& settings);
 Action PrepareZip(CLI::App& parser, const Settings& settings);
 Action PrepareClasses(CLI::App& parser, const Settings& settings);
 Action PrepareVersion(CLI::App& parser, const Settings& settings);
+Action PrepareCompletion(CLI::App& parser, const Settings& settings);
+Action PrepareManual(CLI::App& parser, const Settings& settings);
 Action PrepareHelp(CLI::App& parser, const Settings& settings);
 
 // The whole result of a command, on standard output.

@@ -119,8 +119,12 @@ int Unpack(const BinaryOptions& options, const Settings& settings) {
 Action PreparePack(CLI::App& parser, const Settings& settings) {
     auto options = std::make_shared<BinaryOptions>();
     AddItemEnd(parser, options->end);
-    parser.add_option("-o,--output", options->output, "Write only when the content changes");
+    parser.add_option("-o,--output", options->output, "Write there, when the content differs")
+        ->type_name("OUTPUT");
     parser.add_option("INPUT", options->input, "A text file; standard input when missing or -");
+    parser.footer(
+        "The library's binary form: a count of 4 bytes, and each item as UTF-8 behind\n"
+        "its length. Unicode comes through whole.");
     return [options, &settings] { return Pack(*options, settings); };
 }
 
@@ -128,6 +132,7 @@ Action PrepareUnpack(CLI::App& parser, const Settings& settings) {
     auto options = std::make_shared<BinaryOptions>();
     AddItemEnd(parser, options->end);
     parser.add_option("INPUT", options->input, "A packed table; standard input when missing or -");
+    parser.footer("Without -z an item that holds a line end fails.");
     return [options, &settings] { return Unpack(*options, settings); };
 }
 

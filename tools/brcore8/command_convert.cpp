@@ -44,8 +44,10 @@ Action PrepareConvert(CLI::App& parser, const Settings& settings) {
     auto options = std::make_shared<ConvertOptions>();
     const CLI::IsMember known(std::vector<std::string>{"ansi", "oem", "utf16", "utf8"});
     parser.add_option("--from", options->from, "The input's format, whatever its mark says")
+        ->type_name("F")
         ->check(known);
     parser.add_option("--to", options->to, "The output's format; no mark is written")
+        ->type_name("F")
         ->required()
         ->check(known);
     parser.add_option("-o,--output", options->output, "Write there, when the content differs")

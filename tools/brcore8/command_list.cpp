@@ -21,8 +21,10 @@ struct ListOptions {
 };
 
 void AddEscape(CLI::App& parser, ListOptions& options) {
-    parser.add_option("-e,--escape", options.escape,
-                      "Takes the next character literally (\\); none when empty");
+    parser
+        .add_option("-e,--escape", options.escape,
+                    "Takes the next character literally (\\); none when empty")
+        ->type_name("ESCAPE");
 }
 
 int ParseList(const ListOptions& options) {
@@ -44,18 +46,22 @@ int FormatList(const ListOptions& options, const Settings& settings) {
 Action PrepareListParse(CLI::App& parser, const Settings&) {
     auto options = std::make_shared<ListOptions>();
     AddItemEnd(parser, options->end);
-    parser.add_option("-s,--separators", options->separator, "Characters between items (;)");
+    parser.add_option("-s,--separators", options->separator, "Characters between items (;)")
+        ->type_name("SEPARATORS");
     AddEscape(parser, *options);
     parser.add_option("TEXT", options->text, "The list")->required();
+    parser.footer("Without -z an item that holds a line end fails.");
     return [options] { return ParseList(*options); };
 }
 
 Action PrepareListFormat(CLI::App& parser, const Settings& settings) {
     auto options = std::make_shared<ListOptions>();
     AddItemEnd(parser, options->end);
-    parser.add_option("-s,--separator", options->separator, "The character between items (;)");
+    parser.add_option("-s,--separator", options->separator, "The character between items (;)")
+        ->type_name("SEPARATOR");
     AddEscape(parser, *options);
     parser.add_option("INPUT", options->input, "A text file; standard input when missing or -");
+    parser.footer("Empty lines behind the first do not come back from the list.");
     return [options, &settings] { return FormatList(*options, settings); };
 }
 

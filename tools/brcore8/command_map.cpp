@@ -55,19 +55,28 @@ std::string WrongKeyFormat(const std::string& format) {
 
 Action PrepareMapParse(CLI::App& parser, const Settings&) {
     auto options = std::make_shared<MapOptions>();
-    parser.add_option("-a,--assign", options->assign, "The character after a key (=)");
-    parser.add_option("-s,--separators", options->separators, "Characters between pairs (;)");
-    parser.add_option("-e,--escape", options->escape,
-                      "Takes the next character literally (\\); none when empty");
+    parser.add_option("-a,--assign", options->assign, "The character after a key (=)")
+        ->type_name("ASSIGN");
+    parser.add_option("-s,--separators", options->separators, "Characters between pairs (;)")
+        ->type_name("SEPARATORS");
+    parser
+        .add_option("-e,--escape", options->escape,
+                    "Takes the next character literally (\\); none when empty")
+        ->type_name("ESCAPE");
     parser
         .add_option("--key-format", options->keyFormat,
                     "Makes the key of a value without one from the pair's number (%d)")
         ->type_name("F")
         ->check(CLI::Validator(WrongKeyFormat, ""));
-    parser.add_option("--first", options->first, "The number of the first pair (1)");
+    parser.add_option("--first", options->first, "The number of the first pair (1)")
+        ->type_name("N");
     parser.add_flag("-i,--ignore-case", options->noCase, "Keys without case");
     parser.add_flag("-u,--unsorted", options->unsorted, "Pairs in the order of their keys' coming");
-    parser.add_option("TEXT", options->text, "The list")->required();
+    parser.add_option("TEXT", options->text, "The list, as in name=Tower;height=12")->required();
+    parser.footer(
+        "A row a pair, KEY and VALUE with a tab between them, in the order of keys. A\n"
+        "later pair of a key takes the place of an earlier one. F is text with one\n"
+        "conversion of an integer, as printf has them.");
     return [options] { return ParseMap(*options); };
 }
 

@@ -59,6 +59,11 @@ Action PrepareModules(CLI::App& parser, const Settings&) {
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     parser.add_flag("--delayed", options->delayed, "Also what is loaded on first use");
     parser.add_option("PROGRAM", options->program, "A program or library of Windows")->required();
+    parser.footer(
+        "Rows of found, name and path, or of missing, name and importer, with tabs\n"
+        "between, in the order in which they are imported. Modules are looked for in\n"
+        "the program's own folder, then in every DIR, then where Windows looks;\n"
+        "elsewhere than on Windows that is PATH, and names match in any case.");
     return [options] { return Modules(*options); };
 }
 

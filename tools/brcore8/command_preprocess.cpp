@@ -99,9 +99,9 @@ Action PreparePreprocess(CLI::App& parser, const Settings& settings) {
     parser.add_option("INPUT", options->input, "A text file; standard input when missing or -");
     parser.footer(
         "Directives: define NAME VALUE, undef NAME, ifdef NAME, ifndef NAME, else, endif,\n"
-        "error \"TEXT\", message \"TEXT\", /* ... */, // ...\n"
+        "error \"TEXT\", message \"TEXT\", comments between /* and */ or from // on.\n"
         "A directive character that is none of # + = - / * \\ \" stands apart: @ define NAME "
-        "VALUE");
+        "VALUE.");
     return [options, &settings] { return Preprocess(*options, settings); };
 }
 

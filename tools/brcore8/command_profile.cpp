@@ -70,6 +70,10 @@ Action PrepareGet(CLI::App& parser, const Settings&) {
     AddNames(parser, *options);
     CLI::Option* const otherwise =
         parser.add_option("DEFAULT", options->value, "What to print for a key that is not there");
+    parser.footer(
+        "The value stands without the blanks and the pair of quotes around it. Names\n"
+        "are found in any case; of repeats the first counts. DEFAULT stands for an\n"
+        "empty value too.");
     return [options, otherwise] {
         options->hasDefault = otherwise->count() != 0;
         return Get(*options);
@@ -80,6 +84,10 @@ Action PrepareSet(CLI::App& parser, const Settings&) {
     auto options = std::make_shared<ProfileOptions>();
     AddNames(parser, *options);
     parser.add_option("VALUE", options->value, "The key's new value")->required();
+    parser.footer(
+        "Every other byte of the file stays as it was (on Windows the system lays the\n"
+        "file out anew). A line break, a ] in SECTION and an = in KEY are refused. A\n"
+        "VALUE that begins with a dash stands behind --.");
     return [options] { return Set(*options); };
 }
 

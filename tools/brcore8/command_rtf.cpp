@@ -88,6 +88,7 @@ Action PrepareMerge(CLI::App& parser, const Settings& settings) {
     parser.add_option("-o,--output", options->output, "Write there, when the content differs")
         ->type_name("OUTPUT")
         ->required();
+    parser.footer("Tables are merged, both bodies renumbered, each in a group of its own.");
     return [options, &settings] { return Merge(*options, settings); };
 }
 

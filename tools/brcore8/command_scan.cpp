@@ -63,9 +63,16 @@ Action PrepareScan(CLI::App& parser, const Settings& settings) {
                     "A text file with a keyword a line, in lower case; its id is the line's number")
         ->type_name("KEYWORDS")
         ->required();
-    parser.add_option("-d,--delimiters", options->delimiters,
-                      "Characters that cut words (()[]+-*/%^={}\"')");
+    parser
+        .add_option("-d,--delimiters", options->delimiters,
+                    "Characters that cut words (()[]+-*/%^={}\"')")
+        ->type_name("DELIMITERS");
     parser.add_option("INPUT", options->input, "A text file; standard input when missing or -");
+    parser.footer(
+        "A row a token, ID and TEXT with a tab between them: a keyword, found in any\n"
+        "case, under its id, and all text up to the next one under -1. Blanks and\n"
+        "line ends between words are dropped, delimiters at the ends of a token\n"
+        "trimmed.");
     return [options, &settings] { return Scan(*options, settings); };
 }
 

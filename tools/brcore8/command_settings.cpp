@@ -181,12 +181,17 @@ Action PrepareSettingsList(CLI::App& parser, const Settings&) {
     auto options = std::make_shared<SettingsOptions>();
     parser.add_option("KEY", options->key, "The key, with \\ between its levels; \"\" is the root")
         ->required();
+    parser.footer(
+        "Rows of key and a name, then rows of TYPE, NAME and VALUE with tabs between\n"
+        "them. TYPE is string, expand, dword, binary or type and a number; bytes are\n"
+        "hexadecimal digits.");
     return [options] { return List(*options); };
 }
 
 Action PrepareSettingsGet(CLI::App& parser, const Settings&) {
     auto options = std::make_shared<SettingsOptions>();
     AddPlace(parser, *options);
+    parser.footer("The environment's variables are put in where the value asks for them.");
     return [options] { return Get(*options); };
 }
 

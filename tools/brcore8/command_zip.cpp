@@ -218,7 +218,8 @@ Action PrepareZipList(CLI::App& parser, const Settings&) {
 
 Action PrepareZipCat(CLI::App& parser, const Settings&) {
     return PreparePart(parser, Cat, [&](ZipOptions& options) {
-        parser.add_option("NAME", options.name, "The entry's name")->required();
+        parser.add_option("NAME", options.name, "The entry's name; of several, the first")
+            ->required();
     });
 }
 
@@ -229,6 +230,14 @@ Action PrepareZipExtract(CLI::App& parser, const Settings&) {
             ->required();
         parser.add_option("NAME", options.names, "Only these entries, or what is in these folders")
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        parser.footer(
+            "Nothing is written when one of the archive's names is refused: it is\n"
+            "absolute or has a drive, a .. part, a backslash or a reserved name; it is a\n"
+            "link; it stands twice, differs from another in case alone, or is a file's\n"
+            "and a folder's. An entry that fails its check leaves no file, and so does\n"
+            "one that Ctrl-C finds unfinished. Files and folders take the times of their\n"
+            "entries and, from archives of Unix systems, the permissions that the umask\n"
+            "leaves of theirs; a folder's owner keeps all.");
     });
 }
 

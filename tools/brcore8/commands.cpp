@@ -31,6 +31,8 @@ constexpr Command Table[] = {
     {"zip", "List, read, extract or test a ZIP archive", PrepareZip},
     {"classes", "Show the class tree", PrepareClasses},
     {"version", "Tell the versions and the parts of this build", PrepareVersion},
+    {"completion", "Print how a shell completes the command line", PrepareCompletion},
+    {"manual", "Print the manual page", PrepareManual},
     {"help", "Show this help, or that of a command", PrepareHelp},
 };
 

@@ -42,14 +42,14 @@ std::string PageNumber(const std::string& text) {
 
 void AddSharedOptions(CLI::App& parser, Settings& settings) {
     parser.add_option("--code-page", settings.codePage, "The code page of 8-bit text (1252)")
-        ->type_name("N")
+        ->type_name("PAGE")
         ->check(CLI::Validator(PageNumber, ""));
-    parser.add_option("--oem-code-page", settings.oemCodePage, "That of OEM text (437)")
-        ->type_name("N")
+    parser.add_option("--oem-code-page", settings.oemCodePage, "The code page of OEM text (437)")
+        ->type_name("PAGE")
         ->check(CLI::Validator(PageNumber, ""));
     parser.add_flag("--strict", settings.strict,
                     "Fail when a character does not survive a conversion");
-    parser.add_option("--color", settings.color, "Colours: auto, always or never")
+    parser.add_option("--color", settings.color, "Colours on standard error")
         ->type_name("WHEN")
         ->check(CLI::IsMember({"auto", "always", "never"}));
 }
@@ -89,7 +89,8 @@ int Main(int argc, char** argv) {
     parser.require_subcommand(1);
     parser.allow_windows_style_options(false);  // a name may begin with a slash
     parser.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-    parser.set_version_flag("--version", std::string("brcore8 ") + SLibraryVersion());
+    parser.set_version_flag("--version", std::string("brcore8 ") + SLibraryVersion(),
+                            "Show the version");
     AddSharedOptions(parser, settings);
 
     std::map<const CLI::App*, std::pair<std::string, Action>> actions;

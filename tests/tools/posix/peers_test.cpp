@@ -45,9 +45,8 @@ TEST_F(CommandPeers, SayTheSame) {
               "lines $D/edit_control.txt >cyrillic\n"
               "lines $D/editor_japanese.txt | iconv -f UTF-8 -t CP932 >japanese\n"
               "seq 3000 | awk '{print \"part\" $1 * 7919 % 3000 \".txt\"}' >names\n");
-    const std::string variables = "B=" + Program() +
-                                  " D=" BRCORE8_DOCUMENTS " M=" BRCORE8_COMMAND_FOLDER
-                                  "/../../fuzz/corpus/module ";
+    const std::string variables =
+        "B=" + Program() + " D=" BRCORE8_DOCUMENTS " M=" BRCORE8_REAL_PROGRAMS " ";
     ASSERT_EQ(std::system((variables + "sh prepare").c_str()), 0);
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
