@@ -36,6 +36,11 @@ xauth xauth
 doxygen doxygen
 '
 
+# What counts the lines that ran.
+needs_coverage='
+gcovr gcovr
+'
+
 # What the library is measured against, and what makes the things to measure with.
 needs_measure='
 libbenchmark-dev /usr/include/benchmark/benchmark.h
