@@ -1,4 +1,6 @@
+#include <brcore8/core/cast.h>
 #include <brcore8/core/exception.h>
+#include <brcore8/core/object.h>
 #include <brcore8/core/throw.h>
 #include <brcore8/std.h>
 #include <gtest/gtest.h>
@@ -6,11 +8,15 @@
 #include <cstring>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "support/failing_allocator.h"
+
+// Last: on one system its global names shadow ours.
+#include "plugin.h"
 
 namespace {
 
@@ -88,6 +94,55 @@ TEST(Exception, IsCaughtByItsBasesAndKeepsItsText) {
     }
 }
 
+// A module that shares nothing with the program but the library.
+TEST(Exception, IsCaughtByTypeAcrossAPlugin) {
+    ASSERT_EQ(SFindClass("STestPlugin"), nullptr);
+    {
+        const Plugin plugin(BRCORE8_PLUGIN);
+        auto* const throwInPlugin = plugin.Find<void(int)>("ThrowInPlugin");
+        auto* const catchInPlugin = plugin.Find<void(void (*)(), char*, unsigned)>("CatchInPlugin");
+        ASSERT_TRUE(throwInPlugin != nullptr && catchInPlugin != nullptr);
+        const struct {
+            unsigned caught;
+            const char* text;
+            const char* said;
+        } rows[] = {
+            {0, "thrown by a plugin", "other: thrown by a plugin"},
+            {kIO, "thrown by a plugin", "IO: thrown by a plugin"},
+            {kIO | kEOF, "Unexpected end of file", "IO: Unexpected end of file"},
+            {kCOM | kOutOfMemory, "Out of memory.\r", "other: Out of memory.\r"},
+            {kIO | kUTF, "Unexpected UTF encoding!", "IO: Unexpected UTF encoding!"},
+        };
+        for (int which = 0; which < 5; ++which) {
+            SCOPED_TRACE(which);
+            EXPECT_EQ(CaughtBy([&] { throwInPlugin(which); }), rows[which].caught);
+            try {
+                throwInPlugin(which);
+            } catch (const SException& error) {
+                EXPECT_STREQ(error.GetText(), rows[which].text);
+            }
+            // The plugin catches what it has thrown itself, through the program's frames.
+            static int number;
+            static void (*thrower)(int);
+            number = which;
+            thrower = throwInPlugin;
+            char said[100] = "";
+            catchInPlugin([] { thrower(number); }, said, sizeof said);
+            EXPECT_STREQ(said, rows[which].said);
+        }
+        char said[100] = "";
+        catchInPlugin([] { throw SEEOFException(); }, said, sizeof said);
+        EXPECT_STREQ(said, "IO: Unexpected end of file") << "thrown by the program";
+
+        const SClassInfo* const info = SFindClass("STestPlugin");
+        ASSERT_NE(info, nullptr);
+        EXPECT_EQ(info->schema, 7u);
+        const std::unique_ptr<SObject> object(info->CreateObject());
+        EXPECT_EQ(SCast<SObject>(object.get()), object.get());
+    }
+    EXPECT_EQ(SFindClass("STestPlugin"), nullptr) << "it left the chain with its module";
+}
+
 TEST(Exception, CopiesTextAndCode) {
     const SEWinError known(5);
     const SEWinError before(known);  // before the text was asked for
@@ -130,6 +185,9 @@ TEST(Exception, HasNoTextWhenMemoryIsShort) {
         EXPECT_STREQ(error.GetText(), "");
     }
     EXPECT_STREQ(error.GetText(), "Operation canceled by user.\r");
+    const std::string large(5000, 'x');  // no pool has a block for it
+    const FailNthAllocation fail(1, true);  // a string tries twice
+    EXPECT_THROW(brcore8::ThrowIOException(large.c_str()), SEOutOfMemory);
 }
 
 TEST(ExceptionThreads, AskOneObject) {
