@@ -109,7 +109,72 @@ int CompareCounted(const char* left, const char* right, int bytes, bool fold) {
                           {page, right, Limit(right, bytes), fold});
 }
 
+// A key being walked, character by character or number by number.
+class Key {
+public:
+    Key(const CodePage& page, std::string_view text, bool fold)
+        : page_(page), p_(text.data()), end_(text.data() + text.size()), fold_(fold) {}
+
+    bool AtEnd() const { return p_ == end_; }
+    bool AtDigit() const { return !AtEnd() && *p_ >= '0' && *p_ <= '9'; }
+
+    int TakeCharacter() {
+        const unsigned code = mbs::UnsignedCodeAt(page_, p_, end_);
+        p_ += code < 256 ? 1 : 2;
+        return static_cast<int>(fold_ ? page_.ToLower(code) : code);
+    }
+    std::size_t SkipZeros() {
+        const char* const start = p_;
+        while (!AtEnd() && *p_ == '0')
+            ++p_;
+        return static_cast<std::size_t>(p_ - start);
+    }
+    std::string_view TakeDigits() {
+        const char* const start = p_;
+        while (AtDigit())
+            ++p_;
+        return {start, static_cast<std::size_t>(p_ - start)};
+    }
+
+private:
+    const CodePage& page_;
+    const char* p_;
+    const char* end_;
+    bool fold_;
+};
+
+int CompareKeys(Key left, Key right) {
+    int byZeros = 0;
+    while (!left.AtEnd() && !right.AtEnd()) {
+        int order = 0;
+        if (left.AtDigit() && right.AtDigit()) {
+            const std::size_t zeros = left.SkipZeros(), rightZeros = right.SkipZeros();
+            const std::string_view digits = left.TakeDigits(), rightDigits = right.TakeDigits();
+            order = digits.size() != rightDigits.size()
+                        ? (digits.size() < rightDigits.size() ? -1 : 1)
+                        : digits.compare(rightDigits);
+            if (byZeros == 0) byZeros = zeros == rightZeros ? 0 : zeros < rightZeros ? -1 : 1;
+        } else {
+            const int character = left.TakeCharacter();
+            order = character - right.TakeCharacter();
+        }
+        if (order != 0) return order;
+    }
+    if (!left.AtEnd()) return 1;
+    return right.AtEnd() ? byZeros : -1;
+}
+
 }  // namespace
+
+int SCompareNumbered(std::string_view left, std::string_view right) {
+    const CodePage& page = CodePage::Ansi();
+    return CompareKeys({page, left, false}, {page, right, false});
+}
+
+int SCompareNumberedNoCase(std::string_view left, std::string_view right) {
+    const CodePage& page = CodePage::Ansi();
+    return CompareKeys({page, left, true}, {page, right, true});
+}
 
 int _tcscmpi(const char* left, const char* right) {
     return CompareWhole(left, right, false);

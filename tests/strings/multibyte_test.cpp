@@ -4,11 +4,15 @@
 
 #include <algorithm>
 #include <cstring>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "support/page_scope.h"
 
 namespace {
+
+using namespace std::string_literals;
 
 int Sign(int order) {
     return order < 0 ? -1 : order > 0;
@@ -83,6 +87,59 @@ TEST(Numeric, Compares) {
     EXPECT_LT(_tcscmpi(nullptr, "a"), 0);
     EXPECT_EQ(_tcscmpi("b", "a"), 1) << "the difference itself";
     EXPECT_EQ(_tcscmpi("a", "a\x80"), 128);
+}
+
+TEST(Numeric, KeysHaveAStrictOrder) {
+    const struct {
+        const char* name;
+        std::string_view left, right;
+        int order, noCase;
+    } rows[] = {
+        {"equal", "a1", "a1", 0, 0},
+        {"numbers by value", "item9", "item10", -1, -1},
+        {"of any length", "99999999999999999999", "100000000000000000000", -1, -1},
+        {"fewer zeros first", "a1", "a01", -1, -1},
+        {"text after zeros", "00", "00x", -1, -1},
+        {"zeros count last", "a01x", "a1y", -1, -1},
+        {"the first differing zeros decide", "0a00", "00a0", -1, -1},
+        {"zero alone", "0", "5", -1, -1},
+        {"digit against letter", "1", "a", -1, -1},
+        {"case", "ABC10", "abc9", -1, 1},
+        {"case alone", "ABC", "abc", -1, 0},
+        {"accented letters come last", "\xE9", "z", 1, 1},
+        {"zero bytes count", {"a\0b", 3}, {"a\0c", 3}, -1, -1},
+        {"nothing", "", {"\0", 1}, -1, -1},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(Sign(SCompareNumbered(row.left, row.right)), row.order);
+        EXPECT_EQ(Sign(SCompareNumbered(row.right, row.left)), -row.order);
+        EXPECT_EQ(Sign(SCompareNumberedNoCase(row.left, row.right)), row.noCase);
+    }
+    // All texts of up to three of these pieces: their order has no circle, and 0 means the same.
+    const std::string pieces[] = {"0", "1", "10", "x", "X", "\0"s, "\x83", "\x83\x41", "-"};
+    for (const int number : {1252, 932}) {
+        const PageScope page(number);
+        std::vector<std::string> texts = {""};
+        for (std::size_t from = 0; texts.size() < 1 + 9 + 81 + 729; ++from) {
+            for (const std::string& piece : pieces)
+                texts.push_back(texts[from] + piece);
+        }
+        std::sort(texts.begin(), texts.end());
+        texts.erase(std::unique(texts.begin(), texts.end()), texts.end());
+        std::shuffle(texts.begin(), texts.end(), std::mt19937(3));
+        std::sort(texts.begin(), texts.end(),
+                  [](const std::string& left, const std::string& right) {
+                      return SCompareNumbered(left, right) < 0;
+                  });
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            for (std::size_t j = 0; j < texts.size(); ++j) {
+                const int expected = (i > j) - (i < j);
+                ASSERT_EQ(Sign(SCompareNumbered(texts[i], texts[j])), expected)
+                    << testing::PrintToString(texts[i]) << " " << testing::PrintToString(texts[j]);
+            }
+        }
+    }
 }
 
 TEST(Numeric, StopsAfterBytes) {

@@ -65,6 +65,19 @@ BRCORE8_API int _tcsicmpi(const char* left, const char* right);
 BRCORE8_API int _tcsncmpi(const char* left, const char* right, int bytes);
 BRCORE8_API int _tcsnicmpi(const char* left, const char* right, int bytes);
 
+// The order above is that of users' lists and no consistent one: "00x" equals "00", and differences
+// wrap. This one is strict, so that it may order keys and be handed to std::sort: digit runs
+// compare as numbers of any length, characters by their unsigned codes, a text that ends before one
+// that goes on; texts that are then equal by the leading zeros of their first run that differs in
+// them, fewer first. 0 means equal in every byte; the second, without case, means equal but for
+// case. A zero byte is a character.
+//
+//     std::map<SString, int, decltype([](const auto& left, const auto& right) {
+//         return SCompareNumbered(left, right) < 0;
+//     })> pages;
+BRCORE8_API int SCompareNumbered(std::string_view left, std::string_view right);
+BRCORE8_API int SCompareNumberedNoCase(std::string_view left, std::string_view right);
+
 // --- wide text -------------------------------------------------------------------------------
 
 // Converts zero-terminated wide text to the process's page, or back, and returns the count
