@@ -68,6 +68,7 @@ long ReleaseChunks(void* chunks, std::size_t blockBytes) noexcept {
     long released = 0;
     while (chunks != nullptr) {
         void* const next = Link(chunks);
+        if constexpr (brcore8::kChecksPools) brcore8::ForgetChunk(FirstBlock(chunks));
         brcore8::UnpoisonMemory(FirstBlock(chunks), blockBytes);
         ::operator delete(chunks);
         chunks = next;
@@ -131,7 +132,13 @@ namespace brcore8 {
 void* PoolAccess::NewChunk(const SFixedAlloc& pool) noexcept {
     const std::uint64_t size = SFixedAlloc::ChunkSize(pool.blockSize_, pool.blocksPerChunk_);
     if (size > kLargestChunk || !MayAllocate(static_cast<std::size_t>(size))) return nullptr;
-    return ::operator new(static_cast<std::size_t>(size), std::nothrow);
+    void* chunk = ::operator new(static_cast<std::size_t>(size), std::nothrow);
+    if (kChecksPools && chunk != nullptr &&
+        !RememberChunk(pool, FirstBlock(chunk), pool.blockSize_, pool.blocksPerChunk_)) {
+        ::operator delete(chunk);
+        chunk = nullptr;
+    }
+    return chunk;
 }
 
 void PoolAccess::AddChunk(SFixedAlloc& pool, void* chunk) noexcept {

@@ -6,6 +6,7 @@
 #include <brcore8/core/fixed_alloc.h>
 #include <brcore8/platform/threads.h>
 
+#include "core/pool_check.h"
 #include "core/pool_magazines.h"
 #include "platform/sanitizer.h"
 
@@ -17,7 +18,7 @@ struct PoolAccess {
     // As SFixedAlloc::Alloc.
     [[nodiscard]] static void* Alloc(SFixedAlloc& pool) {
         void* const block = AllocAtOnce(pool);
-        return block != nullptr ? block : AllocFromPool(pool);
+        return block != nullptr ? block : Checked(pool, AllocFromPool(pool));
     }
     // Null when it takes more than to pop a free block.
     [[nodiscard]] static void* AllocAtOnce(SFixedAlloc& pool) noexcept {
@@ -32,11 +33,12 @@ struct PoolAccess {
             own->Leave();
             if (block != nullptr) UnpoisonMemory(block, pool.blockSize_);
         }
-        return block;
+        return Checked(pool, block);
     }
 
     // As SFixedAlloc::Free; `block` is not null.
     static void Free(SFixedAlloc& pool, void* block) noexcept {
+        if constexpr (kChecksPools) CheckGivenBack(pool, block);
         if (IsSingleThreaded()) {
             PutBack(pool, block);
             return;
@@ -57,6 +59,12 @@ struct PoolAccess {
     static std::size_t CountMagazines(const SFixedAlloc& pool) noexcept;
 
 private:
+    static void* Checked(const SFixedAlloc& pool, void* block) noexcept {
+        if constexpr (kChecksPools) {
+            if (block != nullptr) CheckTaken(pool, block);
+        }
+        return block;
+    }
     static PoolMagazine* OwnMagazine(const SFixedAlloc& pool) noexcept {
         PoolMagazines* const magazines = pool.magazines_.load(std::memory_order_acquire);
         const unsigned slot = ThreadSlot();

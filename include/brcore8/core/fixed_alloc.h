@@ -66,7 +66,8 @@ public:
     [[nodiscard]] void* Alloc();
 
     // Puts a block of this pool back; it is the next that this thread is handed. Null does nothing.
-    // That the block is one of this pool's is not checked.
+    // A debug build of the library ends the program when the block is not in use, or none of this
+    // pool's.
     void Free(void* block) noexcept;
 
     // Gives back every chunk, whatever is in use, and returns how many there were. The pool can be
