@@ -1,4 +1,5 @@
 #include <brcore8/containers/dlist.h>
+#include <brcore8/core/exception.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "containers/support.h"
+#include "support/failing_allocator.h"
 
 namespace {
 
@@ -241,6 +243,18 @@ TEST_F(DListTest, SortSurvivesHostileComparisons) {
         std::sort(text.begin(), text.end());
         EXPECT_EQ("ABCDEFGHIJ", text);
     }
+}
+
+TEST_F(DListTest, SortingWithoutMemoryLeavesTheOrder) {
+    Letters list("CAB");
+    const auto order = [](SDListItem* a, SDListItem* b) { return At(a) - At(b); };
+    {
+        const FailNthAllocation fail(1);
+        EXPECT_THROW(list.Sort(order), SEOutOfMemory);
+        EXPECT_EQ("CAB", TextOf(list));
+    }
+    list.Sort(order);
+    EXPECT_EQ("ABC", TextOf(list));
 }
 
 // What the comparison does when it is called for the fifth time.

@@ -147,6 +147,52 @@ TEST(RbTreeTest, AgreesWithAModel) {
     EXPECT_EQ(0, Counted::live);
 }
 
+// A comparison that is no order ends every operation and spoils no link or colour.
+TEST(RbTreeTest, SurvivesComparisonsThatAreNoOrder) {
+    class Hostile : public Numbers {
+    public:
+        explicit Hostile(int kind) : kind_(kind) {}
+        // The order is all that may be wrong.
+        long Walked() const {
+            long steps = 0;
+            for (Entry* entry = GetLastEntry(); entry != nullptr; entry = Predecessor(entry))
+                if (++steps > GetCount()) break;
+            return steps;
+        }
+
+    private:
+        int CompareKey(std::intptr_t a, std::intptr_t b) const override {
+            switch (kind_) {
+                case 0:
+                    return -1;
+                case 1:
+                    return 1;
+                case 2:
+                    return static_cast<int>(random_() % 3) - 1;
+                default:
+                    return static_cast<int>((a - b + 300) % 3) - 1;  // stone, scissors, paper
+            }
+        }
+        int kind_;
+        mutable std::mt19937 random_{21};
+    };
+    for (int kind = 0; kind < 4; ++kind) {
+        SCOPED_TRACE(kind);
+        std::mt19937 random(4);
+        Hostile numbers(kind);
+        for (int step = 0; step < 5000; ++step) {
+            const int key = static_cast<int>(random() % 100);
+            if (random() % 3 != 0)
+                ::new (numbers.AddVoid(key)) Counted(key);
+            else
+                numbers.Remove(key);
+            ASSERT_EQ(numbers.GetCount(), numbers.Walked());
+            ASSERT_EQ(numbers.GetCount(), Counted::live);
+        }
+    }
+    EXPECT_EQ(0, Counted::live);
+}
+
 struct NoCase {
     int operator()(std::string_view a, std::string_view b) const {
         const auto lower = [](std::string_view text) {

@@ -162,6 +162,20 @@ TEST(FixedAlloc, FreeUnusedGivesBackWholeChunksOnly) {
     }
 }
 
+// Seeking each block's chunk takes minutes here.
+TEST(FixedAlloc, ReclaimsAMillionBlocksOfTenThousandChunks) {
+    SFixedAlloc pool(16, 100, nullptr, nullptr);
+    std::vector<void*> blocks = Take(pool, 1000000);
+    std::shuffle(blocks.begin(), blocks.end(), std::mt19937(7));
+    void* const kept = blocks.back();
+    blocks.pop_back();
+    Give(pool, blocks);
+    EXPECT_EQ(pool.FreeUnused(), 9999);
+    ExpectStats(pool, 1, 1, 99);
+    pool.Free(kept);
+    EXPECT_EQ(pool.FreeUnused(), 1);
+}
+
 TEST(FixedAlloc, IdleReclaimsWhenItPays) {
     SFixedAlloc pool(24, 4, nullptr, nullptr);
     EXPECT_EQ(pool.OnIdle(1), 0);

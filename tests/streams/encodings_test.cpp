@@ -167,6 +167,10 @@ TEST_F(EncodingTest, RefusesMalformedText) {
         {"cut after one", Utf8, "\xC3", kBadUtf, {0xC3, -1, 0}},
         {"cut after two", Utf8, "\xE2\x82", kBadUtf, {0xE2, 0x82, -1}},
         {"bad second of three", Utf8, "\xE2\xC2\x82", kBadUtf, {0xE2, 0xC2, 0}},
+        {"a lead for a third", Utf8, "\xE2\x82\xE2", kBadUtf, {0xE2, 0x82, 0xE2}},
+        {"a zero byte within", Utf8, "\xE2\0\x82"s, kBadUtf, {0xE2, 0, 0}},
+        {"no byte of any text", Utf8, "\xFF", kBadUtf, {0xFF, 0, 0}},
+        {"six bytes", Utf8, "\xFC\x84\x80\x80\x80\x80", kBadUtf, {0xFC, 0, 0}},
         {"bad third of three", Utf8, "\xE2\x82\x41", kBadUtf, {0xE2, 0x82, 0x41}},
         {"half a unit", Utf16, "a\0b"s, kHalfUnit, {}},
     };
@@ -230,6 +234,26 @@ TEST_F(EncodingTest, CutsLines) {
             EXPECT_EQ(LinesOf(row.bytes), row.lines);
         }
     }
+}
+
+TEST_F(EncodingTest, LongLinesAndManyLinesAreLinear) {
+    constexpr int kLong = 30000000, kMany = 3000000;
+    const std::string text(kLong, 'x');
+    for (const Format format : {Ansi, Utf8, Utf16}) {
+        SCOPED_TRACE(static_cast<int>(format));
+        SInputBuffer source(text.data(), kLong);
+        SInputStringStream in(source, 3, format, SKnownFormat());
+        // Units of two x are no character of the page: a default character each.
+        EXPECT_EQ(in.ReadLn().LengthByte(), format == Utf16 ? kLong / 2 : kLong);
+        EXPECT_TRUE(in.IsEOF());
+    }
+    const std::string empty(kMany, '\n');
+    SInputBuffer source(empty.data(), kMany);
+    SInputStringStream in(source, 3, Ansi, SKnownFormat());
+    int lines = 0;
+    for (; !in.IsEOF(); ++lines)
+        ASSERT_EQ(in.ReadLn().LengthByte(), 0);
+    EXPECT_EQ(lines, kMany);
 }
 
 TEST(TextLines, KeepsEveryUnitAndPlace) {

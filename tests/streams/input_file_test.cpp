@@ -138,6 +138,8 @@ TEST(InputFile, ReportsEveryHundredthOfTheFile) {
     progress.aborted = 1;
     char block[10];
     EXPECT_EQ(Thrown([&] { file.Read(block, 10); }), "SEIOAbortedException: User aborted.");
+    progress.aborted = 0;
+    EXPECT_EQ(file.Read(block, 10), 10u) << "a stream whose reading was stopped goes on";
 }
 
 TEST(InputFile, ReportsEveryReadOfASmallFile) {
@@ -216,6 +218,15 @@ TEST(SeekableFile, CutsLines) {
         EXPECT_EQ(file.Read(), -1);
         EXPECT_STREQ(file.ReadLn(), "");
     }
+}
+
+// Growing by a buffer at a time would copy terabytes.
+TEST(SeekableFile, AHundredMegabytesAreOneLine) {
+    const Folder folder;
+    Put(folder / "text", std::string(100000000, 'x'));
+    SSeekableInputANSIFile file((folder / "text").c_str());
+    EXPECT_EQ(file.ReadLn().LengthByte(), 100000000);
+    EXPECT_TRUE(file.IsEOF());
 }
 
 TEST(SeekableFile, GoesToPositions) {

@@ -127,6 +127,24 @@ TEST(InputBufferStream, HasDefaults) {
     EXPECT_EQ(SReadAll(in).size(), 9999u) << "0 stands for 8192";
 }
 
+// What nobody has data for costs no memory.
+TEST(InputBufferStream, AMarkWithoutBoundsGrowsWithTheData) {
+    Source source(std::string(100000, 'x'), 100);
+    SInputBufferStream in(source, 16);
+    static std::size_t largest;
+    largest = 0;
+    const auto previous = brcore8::SetAllocationFilter([](std::size_t size) {
+        largest = std::max(largest, size);
+        return true;
+    });
+    in.Mark(0xFFFFFFFEul);
+    EXPECT_EQ(SReadAll(in).size(), 100000u);
+    in.Reset();
+    EXPECT_EQ(SReadAll(in).size(), 100000u);
+    brcore8::SetAllocationFilter(previous);
+    EXPECT_LT(largest, 400000u);
+}
+
 TEST(InputBufferStream, LargeBlocksPassBy) {
     Source source(std::string(1000, 'x') + std::string(1000, 'y'), 300);
     SInputBufferStream in(source, 256);
@@ -197,8 +215,23 @@ TEST(InputPushbackStream, GivesBackInOrder) {
     EXPECT_EQ(in.Read(five, 0), 0u);
     EXPECT_EQ(in.Read(five, 4), SInputStream::EndOfData);
     in.Unread(five, 1);
+    EXPECT_EQ(Thrown([&] { in.Unread(five, 0xFFFFFFFFul); }), kFull);
     EXPECT_FALSE(in.IsEOF());
     EXPECT_EQ(in.Read(five, 4), 1u) << "the end after a byte pushed back is not an end yet";
+}
+
+TEST(InputPushbackStream, WithoutRoomItOnlyForwards) {
+    SInputBuffer source("abc", 3);
+    SInputPushbackStream in(source, 0);
+    char byte = 'x';
+    EXPECT_EQ(Thrown([&] { in.Unread(byte); }), kFull);
+    EXPECT_EQ(Thrown([&] { in.Unread(&byte, 1); }), kFull);
+    in.Unread(&byte, 0);
+    in.Reset();  // the source's own mark is at its start
+    EXPECT_EQ(SReadAll(in), "abc");
+    Source unmarked("abc");
+    SInputPushbackStream other(unmarked, 0);
+    EXPECT_EQ(Thrown([&] { other.Reset(); }), "SENotImplemented");
 }
 
 TEST(InputPushbackStream, AMarkUsesTheStartOfTheArea) {

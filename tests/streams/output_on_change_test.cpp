@@ -68,6 +68,45 @@ TEST(OutputFileOnChange, AbandonedItLeavesTheOldFileAndNoNewOne) {
     EXPECT_EQ(folder.Entries(), 1);
 }
 
+// What happens to the file between the stream's beginning and its end.
+TEST(OutputFileOnChange, TheFileMayChangeMeanwhile) {
+    const struct {
+        const char* name;
+        const char* before;  // null: none
+        std::function<void(const std::string&)> meanwhile;
+        int changed;
+    } rows[] = {
+        {"deleted", "old", [](const std::string& path) { fs::remove(path); }, 1},
+        {"changed to the same", "old", [](const std::string& path) { Put(path, "new"); }, 0},
+        {"changed from the same", "new", [](const std::string& path) { Put(path, "other"); }, 1},
+        {"read all the while", "old", [](const std::string& path) { EXPECT_EQ(Get(path), "old"); },
+         1},
+        {"a new one deleted", nullptr, [](const std::string& path) { fs::remove(path); }, 1},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const Folder folder;
+        const std::string path = folder / "file";
+        if (row.before != nullptr) Put(path, row.before);
+        SOutputFileOnChange out(path.c_str());
+        out.Write("ne", 2);
+        // Not every system lets go of a file that is being written.
+        if (row.before == nullptr && !fs::exists(path)) ADD_FAILURE() << "it is made at once";
+        try {
+            row.meanwhile(path);
+        } catch (const fs::filesystem_error&) {
+            EXPECT_EQ(row.before, nullptr);
+        }
+        out.Write('w');
+        int changed = -1;
+        out.Close(&changed);
+        EXPECT_EQ(changed, row.changed);
+        if (row.before != nullptr) {
+            EXPECT_EQ(Get(path), "new");
+        }
+    }
+}
+
 TEST(OutputFileOnChange, SaysWhatItCannotWrite) {
     const Folder folder;
     const std::string path = folder.Path().string();

@@ -214,6 +214,10 @@ TEST(Preprocessor, AMillionNestedRegionsFitInASmallStack) {
     struct Job {
         std::string input, output;
     };
+    const std::string longName(1000000, 'n');
+    std::string defines;
+    for (int i = 0; i < 200000; ++i)
+        defines += "#define N" + std::to_string(i) + " 1 ";
     const Job kJobs[] = {
         {Repeated(kDepth, "#ifndef A ") + "deep " + Repeated(kDepth, "#endif ") + "end",
          "deep end "},
@@ -221,6 +225,8 @@ TEST(Preprocessor, AMillionNestedRegionsFitInASmallStack) {
         {Repeated(kDepth, "#ifdef A x #else ") + "deep", "deep "},
         {"#ifdef A " + Repeated(kDepth, "#else ") + "even #else odd", "odd "},
         {Repeated(kDepth, "#/* #// */ ##"), Repeated(kDepth, "## ")},
+        {"#define " + longName + " 1 #ifdef " + longName + " named #endif", "named "},
+        {defines + "#ifdef N199999 last #endif #ifdef N200000 more #endif", "last "},
     };
     for (const Job& job : kJobs) {
         std::pair<const std::string*, std::string> work{&job.input, {}};
