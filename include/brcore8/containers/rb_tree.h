@@ -180,6 +180,7 @@ private:
             entry = parent;
         return parent;
     }
+    static Entry* Select(std::uintptr_t which, Entry* first, Entry* second);
     Place PlaceOf(std::intptr_t key) const;
     Entry* NewCopy(const void* value);
     Entry* CloneEntries(const __STree& other);
@@ -212,19 +213,26 @@ __STree::Place __STree::Descend(Order order) const {
     return place;
 }
 
+// The first where all bits of `which` are set, the second where none is.
+inline __STree::Entry* __STree::Select(std::uintptr_t which, Entry* first, Entry* second) {
+    const auto one = reinterpret_cast<std::uintptr_t>(first);
+    const auto other = reinterpret_cast<std::uintptr_t>(second);
+    return reinterpret_cast<Entry*>(((one ^ other) & which) ^ other);
+}
+
 template <class Before, class After>
 __STree::Place __STree::DescendStraight(Before before, After after) const {
     Entry* found = nullptr;
     Entry* parent = nullptr;
-    // One branch a level, which the processor learns to foretell where keys come again.
+    // Both links are read and one is selected by arithmetic, which no compiler takes for a branch:
+    // nothing has to be foretold, and the next search begins before this one has ended.
     for (Entry* entry = root_; entry != nullptr;) {
+        Entry* const lower = entry->left;
+        Entry* const higher = entry->right;
+        const auto right = std::uintptr_t{0} - before(entry->Element());
         parent = entry;
-        if (before(entry->Element())) {
-            entry = entry->right;
-        } else {
-            found = entry;
-            entry = entry->left;
-        }
+        found = Select(right, found, entry);
+        entry = Select(right, higher, lower);
     }
     const int left = found == parent;
     if (found != nullptr && after(found->Element())) found = nullptr;
