@@ -2,15 +2,15 @@
 
 namespace brcore8 {
 
+// Whoever sees a part of what a writer stored sees the version that it raised before.
 bool MessageCache::Find(const SMsgMap* map, UINT message, const SMsgEntry** row) noexcept {
     Count(asked_);
     const Slot& slot = SlotOf(map, message);
     const std::uint32_t version = slot.version.load(std::memory_order_acquire);
-    if (slot.message.load(std::memory_order_relaxed) != message ||
-        slot.map.load(std::memory_order_relaxed) != map)
+    if (slot.message.load(std::memory_order_acquire) != message ||
+        slot.map.load(std::memory_order_acquire) != map)
         return false;
-    *row = slot.row.load(std::memory_order_relaxed);
-    std::atomic_thread_fence(std::memory_order_acquire);
+    *row = slot.row.load(std::memory_order_acquire);
     if ((version & 1) != 0 || slot.version.load(std::memory_order_relaxed) != version) return false;
     Count(hits_);
     return true;
@@ -22,10 +22,9 @@ void MessageCache::Keep(const SMsgMap* map, UINT message, const SMsgEntry* row) 
     if ((version & 1) != 0 ||
         !slot.version.compare_exchange_strong(version, version + 1, std::memory_order_acquire))
         return;
-    std::atomic_thread_fence(std::memory_order_release);
-    slot.message.store(message, std::memory_order_relaxed);
-    slot.map.store(map, std::memory_order_relaxed);
-    slot.row.store(row, std::memory_order_relaxed);
+    slot.message.store(message, std::memory_order_release);
+    slot.map.store(map, std::memory_order_release);
+    slot.row.store(row, std::memory_order_release);
     slot.version.store(version + 2, std::memory_order_release);
 }
 

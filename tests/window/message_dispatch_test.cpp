@@ -217,13 +217,11 @@ TEST(MessageCache, MapsOfOneSlotAreToldApart) {
     struct Other : SWnd {
         explicit Other(const SMsgMap* m) : map(m) {}
         const SMsgMap* GetMessageMap() const override { return map; }
+        void On() {}
         using SWnd::OnWndMsg;
         const SMsgMap* map;
     };
-    struct Handled : SWnd {
-        void On() {}
-    };
-    static const SMsgEntry rows[] = {SOnMessageOfKind<15, void(), &Handled::On>(0x400),
+    static const SMsgEntry rows[] = {SOnMessageOfKind<15, void(), &Other::On>(0x400),
                                      SMsgEntry{}};
     static const SMsgEntry none[] = {SMsgEntry{}};
     constexpr std::size_t kApart = 0x10000 / sizeof(SMsgMap);
