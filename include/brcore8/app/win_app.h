@@ -92,7 +92,7 @@ private:
     HINSTANCE previous_ = nullptr;
     char* commandLineText_ = nullptr;
     int show_ = -1;
-    std::int32_t reserved_ = 0;
+    [[maybe_unused]] std::int32_t reserved_ = 0;
     SWnd* mainWnd_ = nullptr;
     int modal_ = 0;
     int waitCount_ = 0;

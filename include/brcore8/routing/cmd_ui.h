@@ -61,7 +61,7 @@ public:
 
 private:
     int enableChanged_ = 0;
-    std::int32_t reserved_[2] = {};
+    [[maybe_unused]] std::int32_t reserved_[2] = {};
 };
 static_assert(sizeof(void*) != 4 || sizeof(SSysCmdUI) == 40);
 

@@ -232,7 +232,7 @@ private:
     std::int32_t bits_ = 0;
     WNDPROC superProc_ = nullptr;
     std::int32_t modalResult_ = 0;
-    std::int32_t reserved_ = 0;
+    [[maybe_unused]] std::int32_t reserved_ = 0;
 };
 static_assert(sizeof(void*) != 4 || sizeof(SWnd) == 24);
 
