@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cstdint>
 #include <cstring>
+#include <future>
 #include <list>
 #include <memory>
 #include <memory_resource>
@@ -310,20 +310,19 @@ public:
     Keeper(SFixedAlloc& pool, std::size_t blocks)
         : thread_([this, &pool, blocks] {
               Give(pool, Take(pool, blocks));
-              ready_ = true;
-              ready_.notify_all();
-              end_.wait(false);
+              ready_.set_value();
+              end_.get_future().wait();
           }) {
-        ready_.wait(false);
+        ready_.get_future().wait();
     }
     ~Keeper() {
-        end_ = true;
-        end_.notify_all();
+        end_.set_value();
         thread_.join();
     }
 
 private:
-    std::atomic<bool> ready_ = false, end_ = false;
+    // An atomic's wait may miss its notification with the run-time of MinGW-w64.
+    std::promise<void> ready_, end_;
     std::thread thread_;
 };
 

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
+#include <future>
 #include <thread>
 #include <vector>
 
@@ -31,13 +31,12 @@ class EchoThread {
 public:
     EchoThread()
         : thread_([this] {
-              window_ = MakeEcho();
-              window_.notify_all();
+              made_.set_value(MakeEcho());
               MSG message;
               while (GetMessageA(&message, nullptr, 0, 0) > 0)
                   DispatchMessageA(&message);
           }) {
-        window_.wait(nullptr);
+        window_ = made_.get_future().get();
     }
     ~EchoThread() {
         PostMessageA(window_, WM_APP + 2, 0, 0);
@@ -48,7 +47,9 @@ public:
     HWND GetWindow() const { return window_; }
 
 private:
-    std::atomic<HWND> window_{nullptr};
+    // Not an atomic's wait, which may miss its notification with the run-time of MinGW-w64.
+    std::promise<HWND> made_;
+    HWND window_ = nullptr;
     std::thread thread_;
 };
 
