@@ -2,13 +2,10 @@
 #include <brcore8/app/win_app.h>
 #include <brcore8/core/module.h>
 #include <brcore8/core/throw.h>
-#include <brcore8/graphics/dc.h>
-#include <brcore8/window/menu.h>
 
 #include "app/idle_maps.h"
 #include "routing/routing.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <utility>
 #include <vector>

@@ -61,9 +61,9 @@ struct BRCORE8_API SRtfColorEntry {
     long number = 0;        // its position in the table
     SString specification;  // "\red255\green0\blue0"; empty for the automatic colour
 
-    // The specification and ";".
+    // The colour's words and ";".
     SString GetColorEntry() const;
-    // The specification becomes the text less one ";" at its end and blanks, tabs and line ends
+    // The colour's words become the text less one ";" at its end and blanks, tabs and line ends
     // before that; the number 0. Returns 1.
     int SetColorEntry(const SString& text);
 

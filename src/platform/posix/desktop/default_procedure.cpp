@@ -33,9 +33,7 @@ void TellPlace(HWND handle, const WINDOWPOS& pos) {
     const Window* window = Find(handle);
     if (window == nullptr) return;
     const RECT client = window->client;
-    const UINT how = (window->style & WS_MINIMIZE) != 0   ? SIZE_MINIMIZED
-                     : (window->style & WS_MAXIMIZE) != 0 ? SIZE_MAXIMIZED
-                                                          : SIZE_RESTORED;
+    const UINT how = SizeKind(*window);
     if ((pos.flags & SWP_NOMOVE) == 0)
         SendMessageA(handle, WM_MOVE, 0, MAKELPARAM(client.left, client.top));
     if ((pos.flags & SWP_NOSIZE) == 0 && Find(handle) != nullptr)

@@ -98,6 +98,10 @@ POINT ClientOrigin(const Window& window) noexcept;
 // The client area of a window whose place is `rect`.
 RECT ClientOf(const Window& window, const RECT& rect) noexcept;
 bool IsShown(const Window& window) noexcept;
+// What WM_SIZE tells of the window: minimised, maximised, or neither.
+UINT SizeKind(const Window& window) noexcept;
+// Sends the window its size and place.
+void TellSize(HWND handle);
 
 // --- Messages -----------------------------------------------------------------------------------
 

@@ -33,6 +33,20 @@ RECT ClientOf(const Window& window, const RECT& rect) noexcept {
     return client;
 }
 
+UINT SizeKind(const Window& window) noexcept {
+    if ((window.style & WS_MINIMIZE) != 0) return SIZE_MINIMIZED;
+    return (window.style & WS_MAXIMIZE) != 0 ? SIZE_MAXIMIZED : SIZE_RESTORED;
+}
+
+void TellSize(HWND handle) {
+    Window* const window = Find(handle);
+    if (window == nullptr) return;
+    window->wasSized = true;
+    const RECT client = window->client;
+    Call(handle, WM_SIZE, SizeKind(*window), MAKELPARAM(Width(client), Height(client)));
+    Call(handle, WM_MOVE, 0, MAKELPARAM(client.left, client.top));
+}
+
 }  // namespace brcore8::desktop
 
 namespace {
@@ -61,11 +75,6 @@ void Restack(Window& window, HWND after) noexcept {
     if (sibling == &window || (sibling != nullptr && sibling->parent != &parent)) return;
     Unlink(window);
     Link(window, parent, sibling);
-}
-
-UINT SizeKind(const Window& window) noexcept {
-    if ((window.style & WS_MINIMIZE) != 0) return SIZE_MINIMIZED;
-    return (window.style & WS_MAXIMIZE) != 0 ? SIZE_MAXIMIZED : SIZE_RESTORED;
 }
 
 }  // namespace
@@ -168,12 +177,7 @@ BOOL ShowWindow(HWND handle, int how) {
                  SWP_NOMOVE | SWP_NOSIZE | (isShowing ? SWP_SHOWWINDOW : SWP_HIDEWINDOW) |
                      (activates ? 0 : SWP_NOACTIVATE | SWP_NOZORDER));
     if ((window = Find(handle)) == nullptr) return wasVisible;
-    if (isShowing && !window->wasSized) {
-        window->wasSized = true;
-        const RECT client = window->client;
-        Call(handle, WM_SIZE, SizeKind(*window), MAKELPARAM(Width(client), Height(client)));
-        Call(handle, WM_MOVE, 0, MAKELPARAM(client.left, client.top));
-    }
+    if (isShowing && !window->wasSized) TellSize(handle);
     if (isShowing) return wasVisible;
     // A hidden window keeps neither focus nor activation.
     if (GetFocus() == handle || IsChild(handle, GetFocus())) SetFocus(GetParent(handle));

@@ -64,15 +64,6 @@ bool Introduce(HWND handle, CREATESTRUCTA& create) {
     return Call(handle, WM_CREATE, 0, param) != -1 && IsWindow(handle);
 }
 
-void TellSize(HWND handle) {
-    Window* const window = Find(handle);
-    if (window == nullptr) return;
-    window->wasSized = true;
-    const RECT client = window->client;
-    Call(handle, WM_SIZE, SIZE_RESTORED, MAKELPARAM(Width(client), Height(client)));
-    Call(handle, WM_MOVE, 0, MAKELPARAM(client.left, client.top));
-}
-
 void TellParent(HWND handle, UINT event) {
     const Window* const window = Find(handle);
     if (window == nullptr || IsTopLevel(*window) || (window->exStyle & WS_EX_NOPARENTNOTIFY) != 0)
