@@ -26,6 +26,7 @@
 #undef GetClassInfo
 #undef LoadString
 #else
+#include <brcore8/platform/posix/control_calls.h>
 #include <brcore8/platform/posix/drawing_calls.h>
 #include <brcore8/platform/posix/window_calls.h>
 #endif

@@ -36,7 +36,9 @@ constexpr unsigned DT_CENTER = 0x0001;
 constexpr unsigned DT_RIGHT = 0x0002;
 constexpr unsigned DT_VCENTER = 0x0004;
 constexpr unsigned DT_BOTTOM = 0x0008;
+constexpr unsigned DT_WORDBREAK = 0x0010;
 constexpr unsigned DT_SINGLELINE = 0x0020;
+constexpr unsigned DT_EXPANDTABS = 0x0040;
 constexpr unsigned DT_NOCLIP = 0x0100;
 constexpr unsigned DT_CALCRECT = 0x0400;
 constexpr unsigned DT_NOPREFIX = 0x0800;
@@ -111,7 +113,8 @@ BRCORE8_API BOOL TextOutA(HDC context, int x, int y, const char* text, int lengt
 BRCORE8_API BOOL ExtTextOutA(HDC context, int x, int y, UINT options, const RECT* rect,
                              const char* text, UINT length, const int* widths) noexcept;
 // The height of the text; with DT_CALCRECT the rectangle becomes as large and nothing is drawn. An
-// ampersand underlines the next character unless DT_NOPREFIX is given.
+// ampersand underlines the next character unless DT_NOPREFIX is given. DT_WORDBREAK breaks lines
+// between words to fit the rectangle; DT_EXPANDTABS puts tabs at every eighth average character.
 BRCORE8_API int DrawTextA(HDC context, const char* text, int length, RECT* rect,
                           UINT format) noexcept;
 BRCORE8_API BOOL GetTextExtentPoint32A(HDC context, const char* text, int length,

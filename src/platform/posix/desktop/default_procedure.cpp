@@ -40,6 +40,16 @@ void TellPlace(HWND handle, const WINDOWPOS& pos) {
         SendMessageA(handle, WM_SIZE, how, MAKELPARAM(Width(client), Height(client)));
 }
 
+// The colours of controls: fields are written on, the others look like their surroundings.
+HBRUSH ChooseColors(UINT message, HDC context) noexcept {
+    const bool isField = message == WM_CTLCOLOREDIT || message == WM_CTLCOLORLISTBOX;
+    int back = isField ? COLOR_WINDOW : COLOR_BTNFACE;
+    if (message == WM_CTLCOLORSCROLLBAR) back = COLOR_SCROLLBAR;
+    SetTextColor(context, GetSysColor(COLOR_WINDOWTEXT));
+    SetBkColor(context, GetSysColor(back));
+    return GetSysColorBrush(back);
+}
+
 LRESULT RunSystemCommand(HWND handle, UINT command) {
     switch (command & 0xFFF0) {
         case SC_CLOSE:
@@ -107,6 +117,17 @@ LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
             EndPaint(handle, &paint);
             return 0;
         }
+        case WM_NCPAINT:
+            PaintFrame(*window);
+            return 0;
+        case WM_CTLCOLORMSGBOX:
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORLISTBOX:
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLORDLG:
+        case WM_CTLCOLORSCROLLBAR:
+        case WM_CTLCOLORSTATIC:
+            return reinterpret_cast<LRESULT>(ChooseColors(message, reinterpret_cast<HDC>(wParam)));
         case WM_ERASEBKGND:
             return Erase(*window, reinterpret_cast<HDC>(wParam));
         case WM_SYSCOMMAND:

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/posix/desktop/controls/classes.h"
 #include "platform/posix/desktop/thread.h"
 
 namespace brcore8::desktop {
@@ -30,7 +31,11 @@ struct Tables {
 
 // Never destroyed: windows may outlive static objects.
 Tables& TheTables() {
-    static Tables& tables = *new Tables;
+    static Tables& tables = []() -> Tables& {
+        auto& made = *new Tables;
+        made.classes = SystemClasses();
+        return made;
+    }();
     return tables;
 }
 
@@ -113,14 +118,17 @@ std::vector<HWND> AllWindows() {
 WindowClass* FindClass(HINSTANCE instance, const char* name) noexcept {
     const std::lock_guard guard(Lock());
     const auto atom = reinterpret_cast<std::uintptr_t>(name);
+    WindowClass* system = nullptr;
     for (const auto& windowClass : TheTables().classes) {
         const bool isNamed = atom < 0x10000 ? windowClass->atom == atom
                                             : strcasecmp(windowClass->name.c_str(), name) == 0;
-        if (isNamed && (windowClass->info.hInstance == instance ||
-                        (windowClass->info.style & CS_GLOBALCLASS) != 0))
-            return windowClass.get();
+        if (!isNamed || (windowClass->info.hInstance != instance &&
+                         (windowClass->info.style & CS_GLOBALCLASS) == 0))
+            continue;
+        if (!windowClass->isSystem) return windowClass.get();
+        system = windowClass.get();
     }
-    return nullptr;
+    return system;
 }
 
 }  // namespace brcore8::desktop
@@ -134,7 +142,8 @@ ATOM RegisterClassExA(const WNDCLASSEXA* info) noexcept {
         SetLastError(ERROR_INVALID_PARAMETER);
         return 0;
     }
-    if (FindClass(info->hInstance, info->lpszClassName) != nullptr) {
+    const WindowClass* const old = FindClass(info->hInstance, info->lpszClassName);
+    if (old != nullptr && !old->isSystem) {
         SetLastError(ERROR_CLASS_ALREADY_EXISTS);
         return 0;
     }
@@ -156,8 +165,9 @@ ATOM RegisterClassExA(const WNDCLASSEXA* info) noexcept {
 BOOL UnregisterClassA(const char* name, HINSTANCE instance) noexcept {
     const std::lock_guard guard(Lock());
     WindowClass* const windowClass = FindClass(instance, name);
-    if (windowClass == nullptr || windowClass->windows > 0) {
-        SetLastError(windowClass == nullptr ? ERROR_CLASS_DOES_NOT_EXIST : ERROR_CLASS_HAS_WINDOWS);
+    const bool isThere = windowClass != nullptr && !windowClass->isSystem;
+    if (!isThere || windowClass->windows > 0) {
+        SetLastError(!isThere ? ERROR_CLASS_DOES_NOT_EXIST : ERROR_CLASS_HAS_WINDOWS);
         return 0;
     }
     std::erase_if(TheTables().classes, [&](const auto& each) { return each.get() == windowClass; });

@@ -16,13 +16,15 @@
 namespace brcore8::desktop {
 
 struct Thread;
+class Control;
 class Surface;
 
 struct WindowClass {
     std::string name;  // as registered; found in any case
     WNDCLASSEXA info;
     ATOM atom;
-    int windows = 0;  // that live
+    int windows = 0;        // that live
+    bool isSystem = false;  // of a control: a program's class of that name goes first
 };
 
 // A window. Siblings are linked from the topmost down.
@@ -41,6 +43,7 @@ struct Window {
     HFONT font = nullptr;
     std::vector<char> extra;
     std::shared_ptr<Surface> surface;  // of a top-level window, once someone drew on it
+    std::shared_ptr<Control> control;  // of one of the desktop's own controls
 
     Window* parent = nullptr;  // null for the desktop window alone
     Window* owner = nullptr;   // of top-level windows
@@ -53,6 +56,7 @@ struct Window {
     RECT restored{};  // where a minimised or maximised window goes back to
     RECT update{};    // of the client area, what is to be painted; empty when nothing is
     bool erase = false;
+    bool isFrameDue = true;    // WM_NCPAINT is to be sent
     bool isDestroyed = false;  // it got WM_DESTROY, or will
     bool wasSized = false;     // it got its first WM_SIZE
 };
@@ -102,6 +106,9 @@ bool IsShown(const Window& window) noexcept;
 UINT SizeKind(const Window& window) noexcept;
 // Sends the window its size and place.
 void TellSize(HWND handle);
+
+// Paints what surrounds the client area.
+void PaintFrame(const Window& window);
 
 // --- Messages -----------------------------------------------------------------------------------
 

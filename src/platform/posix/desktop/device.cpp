@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <set>
+#include <utility>
 
 #include "platform/posix/bitmaps.h"
 #include "platform/posix/desktop/desktop.h"
@@ -163,6 +164,10 @@ HDC BeginPaint(HWND handle, PAINTSTRUCT* paint) {
     paint->rcPaint = window->update;
     const bool erases = window->erase;
     ValidateRect(handle, nullptr);
+    if (std::exchange(window->isFrameDue, false)) {
+        SendMessageA(handle, WM_NCPAINT, 1, 0);
+        if (Find(handle) == nullptr) return nullptr;
+    }
     paint->hdc = GetDC(handle);
     if (Device* const device = DrawableOf(paint->hdc))
         Intersect(device->clip, OnSurface(*device, paint->rcPaint));

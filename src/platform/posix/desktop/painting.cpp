@@ -29,8 +29,11 @@ void Validate(Window& window, const RECT* rect) {
 // The window and what is below it, and for each where `rect` lies in it.
 void InvalidateBelow(Window& top, const RECT* rect, bool erase) {
     for (Window* child = top.firstChild; child != nullptr; child = child->below) {
-        if ((child->style & WS_VISIBLE) == 0) continue;
         RECT inside{};
+        if ((child->style & WS_VISIBLE) == 0 ||
+            (rect != nullptr && !IntersectRect(&inside, rect, &child->rect)))
+            continue;
+        child->isFrameDue = true;
         if (rect != nullptr) {
             inside = *rect;
             OffsetRect(&inside, -child->client.left, -child->client.top);
@@ -48,10 +51,14 @@ BOOL RedrawWindow(HWND handle, const RECT* rect, HRGN, UINT flags) {
     {
         const std::lock_guard guard(Lock());
         const bool erase = (flags & RDW_ERASE) != 0;
+        // What is painted under children that are not left out is painted over by them.
+        const bool reachesChildren =
+            (flags & RDW_ALLCHILDREN) != 0 ||
+            ((flags & RDW_NOCHILDREN) == 0 && (window->style & WS_CLIPCHILDREN) == 0);
         if ((flags & RDW_VALIDATE) != 0) Validate(*window, rect);
         if ((flags & RDW_INVALIDATE) != 0) Invalidate(*window, rect, erase);
-        if ((flags & RDW_INVALIDATE) != 0 && (flags & RDW_ALLCHILDREN) != 0)
-            InvalidateBelow(*window, rect, erase);
+        if ((flags & RDW_INVALIDATE) != 0 && (flags & RDW_FRAME) != 0) window->isFrameDue = true;
+        if ((flags & RDW_INVALIDATE) != 0 && reachesChildren) InvalidateBelow(*window, rect, erase);
     }
     if ((flags & RDW_UPDATENOW) != 0) UpdateWindow(handle);
     return 1;

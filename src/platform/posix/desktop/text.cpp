@@ -37,6 +37,30 @@ Line WithoutPrefix(std::string_view text) {
     return line;
 }
 
+// Spaces up to the next eighth column, in the place of every tab.
+std::string WithoutTabs(std::string_view text) {
+    std::string expanded;
+    for (const char c : text)
+        c == '\t' ? expanded.append(8 - expanded.size() % 8, ' ') : expanded.append(1, c);
+    return expanded;
+}
+
+// Breaks a line between its words where it gets wider than that; a wider word stays whole.
+void Break(const Line& line, const LOGFONTA& font, int width, std::vector<Line>& out) {
+    std::size_t begin = 0;
+    std::size_t end = std::min(line.text.find(' '), line.text.size());
+    while (end < line.text.size()) {
+        const std::size_t next = std::min(line.text.find(' ', end + 1), line.text.size());
+        const std::string_view longer(line.text.data() + begin, next - begin);
+        if (TheDisplay()->MeasureText(font, longer).cx > width) {
+            out.push_back({line.text.substr(begin, end - begin), line.mark - begin});
+            begin = end + 1;
+        }
+        end = next;
+    }
+    out.push_back({line.text.substr(begin), line.mark - begin});
+}
+
 std::vector<Line> LinesOf(const std::string& text, UINT format) {
     std::vector<Line> lines;
     std::size_t begin = 0;
@@ -46,11 +70,19 @@ std::vector<Line> LinesOf(const std::string& text, UINT format) {
         if (end == std::string::npos) end = text.size();
         std::string_view part(text.data() + begin, end - begin);
         if (!part.empty() && part.back() == '\r') part.remove_suffix(1);
-        lines.push_back((format & DT_NOPREFIX) != 0 ? Line{std::string(part)}
-                                                    : WithoutPrefix(part));
+        const std::string expanded =
+            (format & DT_EXPANDTABS) != 0 ? WithoutTabs(part) : std::string(part);
+        lines.push_back((format & DT_NOPREFIX) != 0 ? Line{expanded} : WithoutPrefix(expanded));
         begin = end + 1;
     }
     return lines;
+}
+
+std::vector<Line> BrokenLines(const std::vector<Line>& lines, const LOGFONTA& font, int width) {
+    std::vector<Line> broken;
+    for (const Line& line : lines)
+        Break(line, font, width, broken);
+    return broken;
 }
 
 // Shortens a line from its end until it fits with three dots behind it.
@@ -162,8 +194,10 @@ int DrawTextA(HDC context, const char* text, int length, RECT* rect, UINT format
     Device* const device = DeviceOf(context);
     if (device == nullptr || TheDisplay() == nullptr) return 0;
     return Guarded([&] {
-        const std::vector<Line> lines = LinesOf(Utf8Of(text, length), format);
+        std::vector<Line> lines = LinesOf(Utf8Of(text, length), format);
         const LOGFONTA& font = device->font;
+        if ((format & DT_WORDBREAK) != 0 && (format & DT_SINGLELINE) == 0)
+            lines = BrokenLines(lines, font, rect->right - rect->left);
         int width = 0;
         for (const Line& line : lines)
             width = std::max<int>(width, TheDisplay()->MeasureText(font, line.text).cx);

@@ -15,8 +15,9 @@ namespace {
 // whoever manages the screen.
 int BorderOf(DWORD style, DWORD exStyle) noexcept {
     const int edge = (exStyle & WS_EX_CLIENTEDGE) != 0 ? GetSystemMetrics(SM_CXEDGE) : 0;
+    const int line = GetSystemMetrics(SM_CXBORDER);
     const bool hasLine = (style & WS_CHILD) != 0 && (style & WS_BORDER) != 0;
-    return edge + (hasLine ? GetSystemMetrics(SM_CXBORDER) : 0);
+    return edge + (hasLine ? line : 0) + ((exStyle & WS_EX_STATICEDGE) != 0 ? line : 0);
 }
 
 }  // namespace
@@ -77,6 +78,18 @@ void Restack(Window& window, HWND after) noexcept {
     Link(window, parent, sibling);
 }
 
+// Has a window painted where it is now, and its parent where it was.
+void RedrawPlace(Window& window, const RECT& old, bool wasSized, bool wasShowing) {
+    constexpr UINT kAll = RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN;
+    const bool isShowing = (window.style & WS_VISIBLE) != 0;
+    const bool isChild = !IsTopLevel(window) && window.parent != nullptr;
+    const bool hasNewPlace = isChild && !EqualRect(&old, &window.rect);
+    if (isChild && wasShowing && (!isShowing || hasNewPlace))
+        RedrawWindow(window.parent->handle, &old, nullptr, kAll & ~UINT{RDW_FRAME});
+    if (wasSized || hasNewPlace || (isShowing && !wasShowing))
+        RedrawWindow(window.handle, nullptr, nullptr, kAll);
+}
+
 }  // namespace
 
 BOOL SetWindowPos(HWND handle, HWND after, int x, int y, int width, int height, UINT flags) {
@@ -107,9 +120,7 @@ BOOL SetWindowPos(HWND handle, HWND after, int x, int y, int width, int height, 
     pos.y = window->rect.top;
     pos.cx = Width(window->rect);
     pos.cy = Height(window->rect);
-    if ((pos.flags & SWP_NOREDRAW) == 0 &&
-        (wasSized || ((pos.flags & SWP_SHOWWINDOW) && !isShowing)))
-        RedrawWindow(handle, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    if ((pos.flags & SWP_NOREDRAW) == 0) RedrawPlace(*window, oldRect, wasSized, isShowing);
     SendMessageA(handle, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&pos));
     if ((pos.flags & SWP_NOACTIVATE) == 0 && (pos.flags & SWP_HIDEWINDOW) == 0) {
         window = Find(handle);
