@@ -211,6 +211,11 @@ public:
     SWnd* SetCapture() { return FromHandle(::SetCapture(handle_)); }
     static SWnd* GetCapture() { return FromHandle(::GetCapture()); }
 
+    // The window owns its menu from then on; the one before is the caller's.
+    SMenu* GetMenu() const;
+    BOOL SetMenu(SMenu* menu);
+    void DrawMenuBar() { ::DrawMenuBar(handle_); }
+
     UINT_PTR SetTimer(UINT_PTR id, UINT milliseconds) {
         return ::SetTimer(handle_, id, milliseconds, nullptr);
     }

@@ -6,6 +6,7 @@
 #include <brcore8/platform/posix/drawing_calls.h>
 
 #include "platform/posix/desktop/desktop.h"
+#include "platform/posix/desktop/menus/menu_tracking.h"
 
 using namespace brcore8::desktop;
 
@@ -88,7 +89,7 @@ LRESULT ChooseCursor(const Window& window, WPARAM wParam, LPARAM lParam) {
 
 LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     Window* const window = Find(handle);
-    if (window == nullptr) return 0;
+    if (window == nullptr || DoMenuDefault(handle, message, wParam, lParam)) return 0;
     switch (message) {
         case WM_NCCREATE: {
             const auto* const create = reinterpret_cast<const CREATESTRUCTA*>(lParam);

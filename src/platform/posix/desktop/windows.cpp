@@ -1,6 +1,9 @@
 // How windows are made and go.
 
+#include <brcore8/platform/posix/menu_calls.h>
+
 #include <algorithm>
+#include <utility>
 
 #include "platform/posix/desktop/desktop.h"
 #include "platform/posix/desktop/thread.h"
@@ -181,6 +184,7 @@ BOOL DestroyWindow(HWND handle) {
         Window* const member = Find(*each);
         if (member == nullptr) continue;
         ForgetWindow(*member);
+        if (member->menu != nullptr) DestroyMenu(std::exchange(member->menu, nullptr));
         const std::lock_guard guard(Lock());
         while (member->firstChild != nullptr)
             Unlink(*member->firstChild);
