@@ -4,6 +4,7 @@
 #define BRCORE8_BRCORE8_H
 
 #include <brcore8/app/frame_wnd.h>
+#include <brcore8/app/main_wnd_settings.h>
 #include <brcore8/app/win_app.h>
 #include <brcore8/archive/crc32.h>
 #include <brcore8/archive/inflater.h>
@@ -13,12 +14,20 @@
 #include <brcore8/archive/zip_file.h>
 #include <brcore8/archive/zip_stream.h>
 #include <brcore8/archive/zip_verifier.h>
+#include <brcore8/bars/ctrl_bar.h>
+#include <brcore8/bars/progress_status_bar.h>
+#include <brcore8/bars/status_bar.h>
+#include <brcore8/bars/status_bar_layout.h>
 #include <brcore8/containers/dlist.h>
 #include <brcore8/containers/list.h>
 #include <brcore8/containers/map.h>
 #include <brcore8/containers/rb_tree.h>
 #include <brcore8/containers/table.h>
 #include <brcore8/containers/tree.h>
+#include <brcore8/controls/button_ctrl.h>
+#include <brcore8/controls/custom_progress_ctrl.h>
+#include <brcore8/controls/progress_ctrl.h>
+#include <brcore8/controls/status_bar_ctrl.h>
 #include <brcore8/core/cast.h>
 #include <brcore8/core/dump.h>
 #include <brcore8/core/exception.h>

@@ -41,6 +41,15 @@ inline constexpr ClassRow kLibraryClasses[] = {
     {"SWnd", "SCmdTarget", 2, true},
     {"SFrameWnd", "SWnd", 2, true},
     {"SMenu", "SObject", 2, true},
+    // Bars and what they are made of.
+    {"SCtrlBar", "SWnd", 2, true},
+    {"SStatusBar", "SCtrlBar", 2, true},
+    {"SProgressStatusBar", "SStatusBar", 2, true},
+    {"SStatusBarLayout", "SObject", 2, true},
+    {"SStatusBarCtrl", "SWnd", 2, true},
+    {"SProgressCtrl", "SWnd", 2, true},
+    {"SCustomProgressCtrl", "SWnd", 2, true},
+    {"SButtonCtrl", "SWnd", 2, true},
     // Drawing.
     {"SDC", "SObject", 2, false},
     {"SGdiObject", "SObject", 1, true},

@@ -1,5 +1,6 @@
 // SFrameWnd: a top-level window of the application, its main window as a rule. Frames take part in
-// the idle updates.
+// the idle updates. Their bars take strips at the edges of the client area, in the order in which
+// they were made, and a view fills what is left.
 #ifndef BRCORE8_APP_FRAME_WND_H
 #define BRCORE8_APP_FRAME_WND_H
 
@@ -14,9 +15,22 @@ public:
     // An overlapped window of "S_Window", placed by the platform. 1 or 0.
     int CreateFrame(const char* text, SWnd* owner = nullptr);
 
+    // The child that fills what the bars leave; null is none. It stays the caller's. Where none was
+    // set it is the child with the identifier ViewId.
+    static constexpr UINT ViewId = 0xE900;
+    void SetView(SWnd* view) noexcept { view_ = view; }
+    SWnd* GetView() const;
+    // Gives the bars and the view their places; a new size of the frame does it too.
+    virtual void RecalcLayout();
+
 protected:
+    void OnSize(UINT how, int width, int height);
     // The frame is asked first, then the application.
     int OnCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info) override;
+
+private:
+    SWnd* view_ = nullptr;
+    int isLayingOut_ = 0;
 };
 
 #endif

@@ -121,6 +121,9 @@ union SMsgSignature {
 // wakes the message loop.
 inline constexpr UINT kIdleUpdateMessage = 867;
 inline constexpr UINT kWakeUpMessage = 874;
+// From a frame to its children: each bar takes its strip of the RECT that the second parameter
+// points at, in the frame's client coordinates.
+inline constexpr UINT kLayoutBarsMessage = 868;
 
 // What stands in a row's `message` for a registered message, and in its `code` for updates.
 inline constexpr UINT kRegisteredMessage = 0xC000;
