@@ -46,6 +46,7 @@
 #include <brcore8/graphics/gdi_object.h>
 #include <brcore8/graphics/icon.h>
 #include <brcore8/platform/console.h>
+#include <brcore8/platform/desktop_picture.h>
 #include <brcore8/platform/export.h>
 #include <brcore8/platform/font_info.h>
 #include <brcore8/platform/light_lock.h>

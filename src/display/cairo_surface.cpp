@@ -43,23 +43,65 @@ bool CairoSurface::IsGood() const noexcept {
     return cairo_status(cairo_) == CAIRO_STATUS_SUCCESS;
 }
 
-void CairoSurface::Prepare(Clip clip) {
+std::unique_ptr<CairoSurface> CairoSurface::Read(const char* path) {
+    cairo_surface_t* const read = cairo_image_surface_create_from_png(path);
+    std::unique_ptr<CairoSurface> made;
+    if (cairo_surface_status(read) == CAIRO_STATUS_SUCCESS) {
+        made = std::make_unique<CairoSurface>(
+            SIZE{cairo_image_surface_get_width(read), cairo_image_surface_get_height(read)});
+        cairo_set_source_surface(made->cairo_, read, 0, 0);
+        cairo_paint(made->cairo_);
+    }
+    cairo_surface_destroy(read);
+    return made;
+}
+
+void CairoSurface::Prepare(Clip clip, const RECT& reach) {
     cairo_reset_clip(cairo_);
     cairo_new_path(cairo_);
-    for (const RECT& rect : clip)
+    for (const RECT& rect : clip) {
         AddRectangle(cairo_, rect);
+        Damage({std::max(rect.left, reach.left), std::max(rect.top, reach.top),
+                std::min(rect.right, reach.right), std::min(rect.bottom, reach.bottom)});
+    }
     cairo_clip(cairo_);
 }
 
+void CairoSurface::Damage(const RECT& rect) noexcept {
+    if (rect.left >= rect.right || rect.top >= rect.bottom) return;
+    if (damage_.left >= damage_.right) {
+        damage_ = rect;
+        return;
+    }
+    damage_ = {std::min(damage_.left, rect.left), std::min(damage_.top, rect.top),
+               std::max(damage_.right, rect.right), std::max(damage_.bottom, rect.bottom)};
+}
+
+RECT CairoSurface::TakeDamage() noexcept {
+    const RECT taken{std::max(damage_.left, LONG{0}), std::max(damage_.top, LONG{0}),
+                     std::min(damage_.right, size_.cx), std::min(damage_.bottom, size_.cy)};
+    damage_ = {};
+    return taken;
+}
+
+const unsigned char* CairoSurface::Pixels() const noexcept {
+    cairo_surface_flush(surface_);
+    return cairo_image_surface_get_data(surface_);
+}
+
+int CairoSurface::Stride() const noexcept {
+    return cairo_image_surface_get_stride(surface_);
+}
+
 void CairoSurface::Fill(Clip clip, const RECT& rect, COLORREF color) {
-    Prepare(clip);
+    Prepare(clip, rect);
     SetColor(cairo_, color);
     AddRectangle(cairo_, rect);
     cairo_fill(cairo_);
 }
 
 void CairoSurface::Invert(Clip clip, const RECT& rect) {
-    Prepare(clip);
+    Prepare(clip, rect);
     cairo_set_operator(cairo_, CAIRO_OPERATOR_DIFFERENCE);
     SetColor(cairo_, RGB(255, 255, 255));
     AddRectangle(cairo_, rect);
@@ -69,7 +111,9 @@ void CairoSurface::Invert(Clip clip, const RECT& rect) {
 
 // Through the middles of the pixels; the caps do not reach into the last one.
 void CairoSurface::Line(Clip clip, POINT from, POINT to, const Stroke& stroke) {
-    Prepare(clip);
+    const int wide = stroke.width + 1;
+    Prepare(clip, {std::min(from.x, to.x) - wide, std::min(from.y, to.y) - wide,
+                   std::max(from.x, to.x) + wide, std::max(from.y, to.y) + wide});
     SetStroke(cairo_, stroke);
     if (from.x == to.x || from.y == to.y) {
         const int half = stroke.width / 2;
@@ -95,7 +139,8 @@ void CairoSurface::Ellipse(Clip clip, const RECT& rect, const Stroke* outline,
     const double width = rect.right - rect.left - 1;
     const double height = rect.bottom - rect.top - 1;
     if (width <= 0 || height <= 0) return;
-    Prepare(clip);
+    const int wide = outline != nullptr ? outline->width + 1 : 1;
+    Prepare(clip, {rect.left - wide, rect.top - wide, rect.right + wide, rect.bottom + wide});
     cairo_save(cairo_);
     cairo_translate(cairo_, rect.left + 0.5 + width / 2, rect.top + 0.5 + height / 2);
     cairo_scale(cairo_, width / 2, height / 2);
@@ -114,9 +159,15 @@ void CairoSurface::Ellipse(Clip clip, const RECT& rect, const Stroke* outline,
 
 void CairoSurface::Text(Clip clip, POINT at, const LOGFONTA& font, std::string_view text,
                         COLORREF color) {
-    Prepare(clip);
-    SetColor(cairo_, color);
     PangoLayout* const layout = NewLayout(font, text);
+    PangoRectangle ink;
+    PangoRectangle box;
+    pango_layout_get_pixel_extents(layout, &ink, &box);
+    // Edges may be drawn a pixel further out.
+    Prepare(clip, {at.x + std::min(ink.x, box.x) - 2, at.y + std::min(ink.y, box.y) - 2,
+                   at.x + std::max(ink.x + ink.width, box.x + box.width) + 2,
+                   at.y + std::max(ink.y + ink.height, box.y + box.height) + 2});
+    SetColor(cairo_, color);
     cairo_move_to(cairo_, at.x, at.y);
     pango_cairo_show_layout(cairo_, layout);
     g_object_unref(layout);
@@ -132,18 +183,18 @@ void CairoSurface::Copy(Clip clip, POINT to, const Surface& from, const RECT& pa
                                          : SIZE{1, 1});
     if (&source == this) {
         const RECT whole{0, 0, between.size_.cx, between.size_.cy};
-        between.Prepare(Clip(&whole, 1));
+        between.Prepare(Clip(&whole, 1), whole);
         cairo_set_source_surface(between.cairo_, pixels, -part.left, -part.top);
         cairo_paint(between.cairo_);
         cairo_surface_flush(between.surface_);
         pixels = between.surface_;
         corner = {0, 0};
     }
-    Prepare(clip);
+    const RECT target{to.x, to.y, to.x + part.right - part.left, to.y + part.bottom - part.top};
+    Prepare(clip, target);
     if (isInverting) cairo_set_operator(cairo_, CAIRO_OPERATOR_DIFFERENCE);
     cairo_set_source_surface(cairo_, pixels, to.x - corner.x, to.y - corner.y);
-    AddRectangle(cairo_,
-                 {to.x, to.y, to.x + part.right - part.left, to.y + part.bottom - part.top});
+    AddRectangle(cairo_, target);
     cairo_fill(cairo_);
     cairo_set_operator(cairo_, CAIRO_OPERATOR_OVER);
     SetColor(cairo_, 0);

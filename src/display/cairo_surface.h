@@ -5,6 +5,8 @@
 #include <cairo.h>
 #include <pango/pangocairo.h>
 
+#include <memory>
+
 #include "platform/posix/desktop/display.h"
 
 namespace brcore8::desktop {
@@ -12,6 +14,7 @@ namespace brcore8::desktop {
 class CairoSurface final : public Surface {
 public:
     explicit CairoSurface(SIZE size);
+    static std::unique_ptr<CairoSurface> Read(const char* path);
     ~CairoSurface() override;
     CairoSurface(const CairoSurface&) = delete;
     CairoSurface& operator=(const CairoSurface&) = delete;
@@ -29,10 +32,20 @@ public:
     COLORREF GetPixel(POINT at) const noexcept override;
     bool WritePng(const char* path) const override;
 
+    // The rectangle around what was drawn since the last time.
+    RECT TakeDamage() noexcept;
+    // The rows, each of four bytes a pixel: blue, green, red, nothing.
+    const unsigned char* Pixels() const noexcept;
+    int Stride() const noexcept;
+
 private:
-    void Prepare(Clip clip);
+    // Makes ready for drawing inside of the clip, and inside of `reach`.
+    void Prepare(Clip clip, const RECT& reach);
+
+    void Damage(const RECT& rect) noexcept;
 
     SIZE size_;
+    RECT damage_{};
     cairo_surface_t* surface_;
     cairo_t* cairo_;
 };

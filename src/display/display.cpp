@@ -1,6 +1,7 @@
 // The module's one object.
 
 #include "display/cairo_surface.h"
+#include "display/x_screen.h"
 
 #include <brcore8/platform/export.h>
 
@@ -51,6 +52,8 @@ public:
         if (!surface->IsGood()) return nullptr;
         return surface;
     }
+    std::unique_ptr<Surface> ReadPng(const char* path) override { return CairoSurface::Read(path); }
+    Screen* OpenScreen(ScreenListener& listener) override { return OpenXScreen(listener); }
     SIZE MeasureText(const LOGFONTA& font, std::string_view text) override {
         PangoLayout* const layout = NewLayout(font, text);
         SIZE size{};

@@ -158,7 +158,7 @@ BRCORE8_API HWND GetCapture() noexcept;
 BRCORE8_API short GetKeyState(int key) noexcept;
 
 BRCORE8_API BOOL GetCursorPos(POINT* point) noexcept;
-BRCORE8_API BOOL SetCursorPos(int x, int y) noexcept;
+BRCORE8_API BOOL SetCursorPos(int x, int y);
 // The cursor shown before.
 BRCORE8_API HCURSOR SetCursor(HCURSOR cursor) noexcept;
 BRCORE8_API HCURSOR GetCursor() noexcept;

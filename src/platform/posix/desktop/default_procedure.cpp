@@ -6,7 +6,10 @@
 #include <brcore8/platform/posix/drawing_calls.h>
 
 #include "platform/posix/desktop/desktop.h"
+#include "platform/posix/desktop/frame.h"
+#include "platform/posix/desktop/input.h"
 #include "platform/posix/desktop/menus/menu_tracking.h"
+#include "platform/posix/desktop/screen.h"
 
 using namespace brcore8::desktop;
 
@@ -51,8 +54,17 @@ HBRUSH ChooseColors(UINT message, HDC context) noexcept {
     return GetSysColorBrush(back);
 }
 
-LRESULT RunSystemCommand(HWND handle, UINT command) {
+POINT PointOf(LPARAM lParam) noexcept {
+    return {static_cast<std::int16_t>(LOWORD(static_cast<WPARAM>(lParam))),
+            static_cast<std::int16_t>(HIWORD(static_cast<WPARAM>(lParam)))};
+}
+
+LRESULT RunSystemCommand(HWND handle, UINT command, LPARAM lParam) {
     switch (command & 0xFFF0) {
+        case SC_MOVE:
+        case SC_SIZE:
+            RunMoveSize(handle, command, PointOf(lParam));
+            break;
         case SC_CLOSE:
             SendMessageA(handle, WM_CLOSE, 0, 0);
             break;
@@ -81,8 +93,65 @@ LRESULT ChooseCursor(const Window& window, WPARAM wParam, LPARAM lParam) {
     const HCURSOR own = window.windowClass != nullptr ? window.windowClass->info.hCursor : nullptr;
     if (parent != nullptr && SendMessageA(parent, WM_SETCURSOR, wParam, lParam) != 0) return 1;
     if (LOWORD(lParam) == HTCLIENT && own == nullptr) return 0;
-    SetCursor(LOWORD(lParam) == HTCLIENT ? own : LoadCursorA(nullptr, IDC_ARROW));
-    return LOWORD(lParam) == HTCLIENT ? 0 : 1;
+    switch (static_cast<std::int16_t>(LOWORD(lParam))) {
+        case HTCLIENT:
+            SetCursor(own);
+            return 0;
+        case HTLEFT:
+        case HTRIGHT:
+            SetCursor(LoadCursorA(nullptr, IDC_SIZEWE));
+            return 1;
+        case HTTOP:
+        case HTBOTTOM:
+            SetCursor(LoadCursorA(nullptr, IDC_SIZENS));
+            return 1;
+        case HTTOPLEFT:
+        case HTBOTTOMRIGHT:
+            SetCursor(LoadCursorA(nullptr, IDC_SIZENWSE));
+            return 1;
+        case HTTOPRIGHT:
+        case HTBOTTOMLEFT:
+            SetCursor(LoadCursorA(nullptr, IDC_SIZENESW));
+            return 1;
+        default:
+            SetCursor(LoadCursorA(nullptr, IDC_ARROW));
+            return 1;
+    }
+}
+
+// The caption shows another text, or that the window is active now.
+void ChangeCaption(Window& window) {
+    TellScreen(window);
+    const RECT caption = CaptionOf(window);
+    if (!IsRectEmpty(&caption)) RepaintFrame(window.handle);
+}
+
+UINT ZoomCommand(const Window& window) noexcept {
+    return (window.style & (WS_MAXIMIZE | WS_MINIMIZE)) != 0 ? SC_RESTORE : SC_MAXIMIZE;
+}
+
+// A press on the frame: each part is a system command, begun or waited for.
+LRESULT PressFrame(const Window& window, int part, LPARAM lParam) {
+    const HWND handle = window.handle;
+    const auto command = [&](UINT what) { SendMessageA(handle, WM_SYSCOMMAND, what, lParam); };
+    switch (part) {
+        case HTCAPTION:
+            command(SC_MOVE + HTCAPTION);
+            break;
+        case HTCLOSE:
+            if (RunBox(handle, part)) command(SC_CLOSE);
+            break;
+        case HTMINBUTTON:
+            if (RunBox(handle, part)) command(SC_MINIMIZE);
+            break;
+        case HTMAXBUTTON:
+            if (RunBox(handle, part)) command(ZoomCommand(window));
+            break;
+        default:
+            if (part >= HTLEFT && part <= HTBOTTOMRIGHT)
+                command(SC_SIZE + static_cast<UINT>(part - HTLEFT + 1));
+    }
+    return 0;
 }
 
 }  // namespace
@@ -98,6 +167,7 @@ LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
         }
         case WM_SETTEXT:
             window->text = lParam != 0 ? reinterpret_cast<const char*>(lParam) : "";
+            ChangeCaption(*window);
             return 1;
         case WM_GETTEXT:
             return GiveText(*window, wParam, reinterpret_cast<char*>(lParam));
@@ -132,13 +202,30 @@ LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
         case WM_ERASEBKGND:
             return Erase(*window, reinterpret_cast<HDC>(wParam));
         case WM_SYSCOMMAND:
-            return RunSystemCommand(handle, static_cast<UINT>(wParam));
-        case WM_NCHITTEST: {
-            POINT point{static_cast<std::int16_t>(LOWORD(static_cast<WPARAM>(lParam))),
-                        static_cast<std::int16_t>(HIWORD(static_cast<WPARAM>(lParam)))};
-            ScreenToClient(handle, &point);
-            const RECT client{0, 0, Width(window->client), Height(window->client)};
-            return PtInRect(&client, point) ? HTCLIENT : HTBORDER;
+            return RunSystemCommand(handle, static_cast<UINT>(wParam), lParam);
+        case WM_NCACTIVATE:
+            window->isFrameActive = wParam != 0;
+            ChangeCaption(*window);
+            return 1;
+        case WM_NCHITTEST:
+            return HitFrame(*window, PointOf(lParam));
+        case WM_NCLBUTTONDOWN:
+            return PressFrame(*window, static_cast<int>(wParam), lParam);
+        case WM_NCLBUTTONDBLCLK:
+            if (wParam != HTCAPTION) return PressFrame(*window, static_cast<int>(wParam), lParam);
+            if ((window->style & WS_MAXIMIZEBOX) != 0)
+                SendMessageA(handle, WM_SYSCOMMAND, ZoomCommand(*window), lParam);
+            return 0;
+        case WM_SYSKEYDOWN:
+            if (wParam == VK_F4 && (lParam & 1 << 29) != 0)
+                PostMessageA(GetAncestor(handle, GA_ROOT), WM_SYSCOMMAND, SC_CLOSE, 0);
+            return 0;
+        case WM_RBUTTONUP: {
+            POINT point = PointOf(lParam);
+            ClientToScreen(handle, &point);
+            SendMessageA(handle, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(handle),
+                         MAKELPARAM(static_cast<WORD>(point.x), static_cast<WORD>(point.y)));
+            return 0;
         }
         case WM_MOUSEACTIVATE: {
             const HWND parent = ParentOfChild(*window);

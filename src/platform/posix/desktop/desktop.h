@@ -56,9 +56,11 @@ struct Window {
     RECT restored{};  // where a minimised or maximised window goes back to
     RECT update{};    // of the client area, what is to be painted; empty when nothing is
     bool erase = false;
-    bool isFrameDue = true;    // WM_NCPAINT is to be sent
-    bool isDestroyed = false;  // it got WM_DESTROY, or will
-    bool wasSized = false;     // it got its first WM_SIZE
+    bool isFrameDue = true;      // WM_NCPAINT is to be sent
+    bool isFrameActive = false;  // as WM_NCACTIVATE told
+    bool isLost = false;         // the screen wants all of the surface again
+    bool isDestroyed = false;    // it got WM_DESTROY, or will
+    bool wasSized = false;       // it got its first WM_SIZE
 };
 
 inline bool IsTopLevel(const Window& window) noexcept {
@@ -107,9 +109,6 @@ UINT SizeKind(const Window& window) noexcept;
 // Sends the window its size and place.
 void TellSize(HWND handle);
 
-// Paints what surrounds the client area.
-void PaintFrame(const Window& window);
-
 // --- Messages -----------------------------------------------------------------------------------
 
 // Calls the procedure in the window's own thread, which this is. 0 for a window that is gone.
@@ -120,6 +119,11 @@ LRESULT CallHooks(int code, WPARAM wParam, LPARAM lParam);
 void ForgetWindow(Window& window) noexcept;
 // Wakes a thread that waits for messages.
 void Wake(Thread& thread) noexcept;
+
+// Makes a top-level window the active one, on top of the others.
+void ActivateTop(HWND window, bool isClick);
+// Where the cursor is, without moving the pointer of a screen.
+void SetCursorPlace(POINT at) noexcept;
 
 }  // namespace brcore8::desktop
 

@@ -8,6 +8,7 @@
 
 #include "platform/posix/bitmaps.h"
 #include "platform/posix/desktop/desktop.h"
+#include "platform/posix/desktop/input.h"
 
 namespace brcore8::desktop {
 
@@ -72,8 +73,14 @@ std::shared_ptr<Surface> SurfaceOf(Window& top) {
         if (old.cx == size.cx && old.cy == size.cy) return top.surface;
     }
     Display* const display = TheDisplay();
+    const std::shared_ptr<Surface> old = std::move(top.surface);
     top.surface = nullptr;
     if (display != nullptr) top.surface = display->NewSurface(size);
+    if (old != nullptr && top.surface != nullptr) {
+        const RECT whole{0, 0, size.cx, size.cy};
+        const SIZE was = old->GetSize();
+        top.surface->Copy(Clip(&whole, 1), {0, 0}, *old, {0, 0, was.cx, was.cy}, false);
+    }
     return top.surface;
 }
 
@@ -159,6 +166,7 @@ int ReleaseDC(HWND, HDC context) noexcept {
 
 HDC BeginPaint(HWND handle, PAINTSTRUCT* paint) {
     *paint = {};
+    HideCaretOf(handle);
     Window* window = Find(handle);
     if (window == nullptr) return nullptr;
     paint->rcPaint = window->update;
@@ -177,8 +185,9 @@ HDC BeginPaint(HWND handle, PAINTSTRUCT* paint) {
     return paint->hdc;
 }
 
-BOOL EndPaint(HWND, const PAINTSTRUCT* paint) noexcept {
+BOOL EndPaint(HWND window, const PAINTSTRUCT* paint) noexcept {
     DeleteDC(paint->hdc);
+    ShowCaretOf(window);
     return 1;
 }
 

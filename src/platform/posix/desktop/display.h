@@ -50,12 +50,19 @@ struct FontMeasure {
     int averageWidth;
 };
 
+class Screen;
+class ScreenListener;
+
 class Display {
 public:
     // Black. Null without memory, or above 32,767 pixels a side.
     virtual std::unique_ptr<Surface> NewSurface(SIZE size) = 0;
     virtual SIZE MeasureText(const LOGFONTA& font, std::string_view text) = 0;
     virtual FontMeasure MeasureFont(const LOGFONTA& font) = 0;
+    // A picture from a file; null when there is none.
+    virtual std::unique_ptr<Surface> ReadPng(const char* path) = 0;
+    // The screen that DISPLAY names; null when there is none, or another has it already.
+    virtual Screen* OpenScreen(ScreenListener& listener) = 0;
 
 protected:
     ~Display() = default;

@@ -1,5 +1,6 @@
 // Who has the keyboard and the mouse.
 
+#include "platform/posix/desktop/screen.h"
 #include "platform/posix/desktop/thread.h"
 
 using namespace brcore8::desktop;
@@ -18,20 +19,52 @@ HWND TopOf(HWND handle) noexcept {
 
 POINT g_cursorPoint{};
 HCURSOR g_cursor = nullptr;
+HWND g_foreground = nullptr;
 
 }  // namespace
 
-HWND SetActiveWindow(HWND handle) {
+namespace brcore8::desktop {
+
+void SetCursorPlace(POINT at) noexcept {
+    const std::lock_guard guard(Lock());
+    g_cursorPoint = at;
+}
+
+}  // namespace brcore8::desktop
+
+namespace {
+
+HWND Activate(HWND handle, bool isClick) {
     Thread& thread = ThisThread();
     const HWND old = thread.active;
     if (handle == old) return old;
     if (handle != nullptr && (Find(handle) == nullptr || !CanTake(handle))) return nullptr;
     thread.active = handle;
-    if (old != nullptr)
+    {
+        const std::lock_guard guard(Lock());
+        if (handle != nullptr || g_foreground == old) g_foreground = handle;
+    }
+    if (old != nullptr) {
+        SendMessageA(old, WM_NCACTIVATE, 0, 0);
         SendMessageA(old, WM_ACTIVATE, WA_INACTIVE, reinterpret_cast<LPARAM>(handle));
-    if (handle != nullptr && thread.active == handle)
-        SendMessageA(handle, WM_ACTIVATE, WA_ACTIVE, reinterpret_cast<LPARAM>(old));
+    }
+    if (handle != nullptr && thread.active == handle) {
+        SendMessageA(handle, WM_NCACTIVATE, 1, 0);
+        SendMessageA(handle, WM_ACTIVATE, isClick ? WA_CLICKACTIVE : WA_ACTIVE,
+                     reinterpret_cast<LPARAM>(old));
+    }
     return old;
+}
+
+}  // namespace
+
+void brcore8::desktop::ActivateTop(HWND handle, bool isClick) {
+    SetWindowPos(handle, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    Activate(handle, isClick);
+}
+
+HWND SetActiveWindow(HWND handle) {
+    return Activate(handle, false);
 }
 
 HWND GetActiveWindow() noexcept {
@@ -42,11 +75,13 @@ BOOL SetForegroundWindow(HWND handle) {
     if (Find(handle) == nullptr) return 0;
     BringWindowToTop(handle);
     SetActiveWindow(handle);
+    if (Screen* const screen = TheScreen()) screen->Activate(handle);
     return 1;
 }
 
 HWND GetForegroundWindow() noexcept {
-    return ThisThread().active;
+    const std::lock_guard guard(Lock());
+    return IsWindow(g_foreground) ? g_foreground : nullptr;
 }
 
 HWND SetFocus(HWND handle) {
@@ -74,6 +109,7 @@ HWND SetCapture(HWND handle) {
     if (handle != nullptr && Find(handle) == nullptr) return nullptr;
     const HWND old = thread.capture;
     thread.capture = handle;
+    if (Screen* const screen = TheScreen()) screen->Capture(handle);
     if (old != nullptr && old != handle)
         SendMessageA(old, WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(handle));
     return old;
@@ -89,7 +125,9 @@ HWND GetCapture() noexcept {
 }
 
 short GetKeyState(int key) noexcept {
-    return key >= 0 && key < 256 ? ThisThread().keys[key] : short{0};
+    if (key < 0 || key > 255) return 0;
+    const BYTE state = ThisThread().keys[key];
+    return static_cast<short>(((state & 0x80) != 0 ? -0x80 : 0) | (state & 1));
 }
 
 // --- The mouse
@@ -101,9 +139,13 @@ BOOL GetCursorPos(POINT* point) noexcept {
     return 1;
 }
 
-BOOL SetCursorPos(int x, int y) noexcept {
-    const std::lock_guard guard(Lock());
-    g_cursorPoint = {x, y};
+BOOL SetCursorPos(int x, int y) {
+    // Whoever lies there learns of it, as of any move.
+    Input moved;
+    moved.message = WM_MOUSEMOVE;
+    moved.at = {x, y};
+    AddInput(moved);
+    if (Screen* const screen = TheScreen()) screen->SetPointer({x, y});
     return 1;
 }
 
@@ -111,6 +153,10 @@ HCURSOR SetCursor(HCURSOR cursor) noexcept {
     const std::lock_guard guard(Lock());
     const HCURSOR old = g_cursor;
     g_cursor = cursor;
+    if (old != cursor)
+        if (Screen* const screen = TheScreen())
+            screen->SetCursor(
+                static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(cursor) & 0xFFFF));
     return old;
 }
 

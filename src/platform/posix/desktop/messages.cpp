@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/posix/desktop/screen.h"
 #include "platform/posix/desktop/thread.h"
 
 namespace brcore8::desktop {
@@ -17,10 +18,17 @@ void ForgetWindow(Window& window) noexcept {
     const HWND handle = window.handle;
     const auto isIts = [handle](const MSG& message) { return message.hwnd == handle; };
     std::erase_if(thread.posted, isIts);
-    std::erase_if(thread.input, isIts);
     std::erase_if(thread.timers, [handle](const Timer& timer) { return timer.window == handle; });
-    for (HWND* const place : {&thread.focus, &thread.active, &thread.capture})
+    for (HWND* const place : {&thread.focus, &thread.active, &thread.capture, &thread.caret.window})
         if (*place == handle) *place = nullptr;
+}
+
+bool Matches(const MSG& message, HWND window, UINT first, UINT last) noexcept {
+    const bool isAnyMessage = first == 0 && last == 0;
+    if (!isAnyMessage && (message.message < first || message.message > last)) return false;
+    const auto onlyThreads = reinterpret_cast<HWND>(std::intptr_t{-1});
+    if (window == onlyThreads) return message.hwnd == nullptr;
+    return window == nullptr || message.hwnd == window || IsChild(window, message.hwnd);
 }
 
 }  // namespace brcore8::desktop
@@ -31,18 +39,12 @@ namespace {
 
 constexpr std::size_t kMostPosted = 10000;
 
+using Guard = std::unique_lock<std::recursive_mutex>;
+
 POINT CursorPoint() noexcept {
     POINT point{};
     GetCursorPos(&point);
     return point;
-}
-
-bool Matches(const MSG& message, HWND window, UINT first, UINT last) noexcept {
-    const bool isAnyMessage = first == 0 && last == 0;
-    if (!isAnyMessage && (message.message < first || message.message > last)) return false;
-    const auto onlyThreads = reinterpret_cast<HWND>(std::intptr_t{-1});
-    if (window == onlyThreads) return message.hwnd == nullptr;
-    return window == nullptr || message.hwnd == window || IsChild(window, message.hwnd);
 }
 
 bool Take(std::deque<MSG>& queue, MSG& out, HWND window, UINT first, UINT last, bool remove) {
@@ -73,7 +75,7 @@ bool TakeTimer(Thread& thread, MSG& out, HWND window, UINT first, UINT last, boo
     for (Timer& timer : thread.timers) {
         if (timer.due > now) continue;
         out = {timer.window,
-               WM_TIMER,
+               timer.message,
                timer.id,
                reinterpret_cast<LPARAM>(timer.procedure),
                static_cast<DWORD>(now),
@@ -86,7 +88,7 @@ bool TakeTimer(Thread& thread, MSG& out, HWND window, UINT first, UINT last, boo
 }
 
 // Runs what other threads sent; under the lock, which is let go meanwhile.
-void AnswerSent(Thread& thread, std::unique_lock<std::recursive_mutex>& lock) {
+void AnswerSent(Thread& thread, Guard& lock) {
     while (!thread.sent.empty()) {
         SentMessage* const sent = thread.sent.front();
         thread.sent.pop_front();
@@ -100,7 +102,8 @@ void AnswerSent(Thread& thread, std::unique_lock<std::recursive_mutex>& lock) {
     }
 }
 
-bool TakeMessage(Thread& thread, MSG& out, HWND window, UINT first, UINT last, bool remove) {
+bool TakeMessage(Thread& thread, Guard& lock, MSG& out, HWND window, UINT first, UINT last,
+                 bool remove) {
     if (Take(thread.posted, out, window, first, last, remove)) return true;
     if (thread.isQuitting) {
         if (remove) thread.isQuitting = false;
@@ -108,13 +111,19 @@ bool TakeMessage(Thread& thread, MSG& out, HWND window, UINT first, UINT last, b
                0,       GetTickCount(), CursorPoint()};
         return true;
     }
-    return Take(thread.input, out, window, first, last, remove) ||
+    return TakeInput(thread, lock, out, window, first, last, remove) ||
            TakePaint(thread, out, window, first, last) ||
            TakeTimer(thread, out, window, first, last, remove);
 }
 
-void WaitForChange(Thread& thread, std::unique_lock<std::recursive_mutex>& lock) {
-    if (thread.timers.empty()) {
+// Waits unless something came after `seen`. Time that a test holds does not pass by waiting.
+void WaitForChange(Thread& thread, Guard& lock, std::uint64_t seen) {
+    lock.unlock();
+    PresentWindows();
+    HearScreen();
+    lock.lock();
+    if (thread.changes != seen) return;
+    if (thread.timers.empty() || IsClockVirtual()) {
         thread.changed.wait(lock);
         return;
     }
@@ -131,7 +140,7 @@ BOOL Post(Thread& thread, const MSG& message) {
         return 0;
     }
     thread.posted.push_back(message);
-    thread.changed.notify_all();
+    Wake(thread);
     return 1;
 }
 
@@ -149,7 +158,7 @@ LRESULT SendMessageA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     Thread& other = *window->thread;
     SentMessage sent{{handle, message, wParam, lParam, GetTickCount(), CursorPoint()}};
     other.sent.push_back(&sent);
-    other.changed.notify_all();
+    Wake(other);
     // Whoever is sent to may send back meanwhile.
     while (!sent.isDone) {
         AnswerSent(own, lock);
@@ -186,10 +195,12 @@ void PostQuitMessage(int code) {
 
 BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove) {
     Thread& thread = ThisThread();
-    std::unique_lock lock(Lock());
+    PresentWindows();
+    HearScreen();
+    Guard lock(Lock());
     AnswerSent(thread, lock);
     const bool removes = (remove & PM_REMOVE) != 0;
-    if (!TakeMessage(thread, *message, window, first, last, removes)) return 0;
+    if (!TakeMessage(thread, lock, *message, window, first, last, removes)) return 0;
     if (removes) thread.current = *message;
     return 1;
 }
@@ -199,34 +210,35 @@ BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last) {
         Find(window) == nullptr)
         return -1;
     Thread& thread = ThisThread();
-    std::unique_lock lock(Lock());
+    Guard lock(Lock());
     for (;;) {
         AnswerSent(thread, lock);
-        if (TakeMessage(thread, *message, window, first, last, true)) {
+        const std::uint64_t seen = thread.changes;
+        if (TakeMessage(thread, lock, *message, window, first, last, true)) {
             thread.current = *message;
             return message->message != WM_QUIT;
         }
-        WaitForChange(thread, lock);
+        WaitForChange(thread, lock, seen);
     }
 }
 
 BOOL WaitMessage() {
     Thread& thread = ThisThread();
-    std::unique_lock lock(Lock());
+    Guard lock(Lock());
     MSG ignored;
-    while (!TakeMessage(thread, ignored, nullptr, 0, 0, false)) {
+    for (;;) {
+        const std::uint64_t seen = thread.changes;
+        if (TakeMessage(thread, lock, ignored, nullptr, 0, 0, false)) return 1;
         AnswerSent(thread, lock);
-        WaitForChange(thread, lock);
+        WaitForChange(thread, lock, seen);
     }
-    return 1;
-}
-
-BOOL TranslateMessage(const MSG*) {
-    // Drivers tell keys and characters together.
-    return 0;
 }
 
 LRESULT DispatchMessageA(const MSG* message) {
+    if (message->message == kCaretMessage) {
+        BlinkCaret();
+        return 0;
+    }
     if (message->message == WM_TIMER && message->lParam != 0) {
         reinterpret_cast<TIMERPROC>(message->lParam)(message->hwnd, WM_TIMER, message->wParam,
                                                      GetTickCount());

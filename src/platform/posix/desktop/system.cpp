@@ -1,15 +1,48 @@
 // Measures and colours of the desktop.
 
+#include <brcore8/platform/posix/input_calls.h>
 #include <brcore8/platform/posix/window_calls.h>
+
+#include "platform/posix/desktop/screen.h"
+
+namespace {
+
+SIZE ScreenSize() noexcept {
+    const brcore8::desktop::Screen* const screen = brcore8::desktop::TheScreen();
+    return screen != nullptr ? screen->GetSize() : SIZE{1024, 768};
+}
+
+}  // namespace
+
+UINT GetDpiForSystem() noexcept {
+    const brcore8::desktop::Screen* const screen = brcore8::desktop::TheScreen();
+    return screen != nullptr ? screen->GetDpi() : 96;
+}
+
+UINT GetDpiForWindow(HWND window) noexcept {
+    return IsWindow(window) ? GetDpiForSystem() : 0;
+}
 
 int GetSystemMetrics(int index) noexcept {
     switch (index) {
         case SM_CXSCREEN:
         case SM_CXVIRTUALSCREEN:
-            return 1024;
+            return ScreenSize().cx;
         case SM_CYSCREEN:
         case SM_CYVIRTUALSCREEN:
-            return 768;
+            return ScreenSize().cy;
+        case SM_CYCAPTION:
+            return 20;
+        case SM_CXFRAME:
+        case SM_CYFRAME:
+            return 4;
+        case SM_CXDLGFRAME:
+        case SM_CYDLGFRAME:
+            return 3;
+        case SM_CXMIN:
+            return 112;
+        case SM_CYMIN:
+            return 28;
         case SM_CXVSCROLL:
         case SM_CYHSCROLL:
             return 16;
@@ -64,6 +97,10 @@ DWORD GetSysColor(int index) noexcept {
             return RGB(0, 90, 158);
         case COLOR_INACTIVECAPTION:
             return RGB(191, 205, 219);
+        case COLOR_BACKGROUND:
+            return RGB(58, 110, 165);
+        case COLOR_INACTIVECAPTIONTEXT:
+            return RGB(67, 78, 84);
         case COLOR_INFOBK:
             return RGB(255, 255, 225);
         default:

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/posix/desktop/desktop.h"
+#include "platform/posix/desktop/input.h"
 
 namespace brcore8::desktop {
 
@@ -17,6 +18,7 @@ struct Timer {
     DWORD interval;
     std::uint64_t due;
     TIMERPROC procedure;
+    UINT message = WM_TIMER;
 };
 
 struct Hook {
@@ -31,19 +33,52 @@ struct SentMessage {
     bool isDone = false;
 };
 
+// A press of a button, which another may make a double click.
+struct Click {
+    HWND window = nullptr;
+    UINT message = 0;
+    DWORD time = 0;
+    POINT at{};
+};
+
+struct Caret {
+    HWND window = nullptr;
+    SIZE size{};
+    POINT at{};
+    int hidden = 1;  // how many more hid it than showed it
+    bool isPainted = false;
+    bool isLit = false;  // in the half of its time when it shows
+};
+
+// What the user did to a window on the screen, for its thread to follow.
+enum ScreenNewsKind : std::uint8_t { kPlaced, kActivated, kDeactivated };
+
+struct ScreenNews {
+    ScreenNewsKind kind;
+    HWND window;
+    RECT rect;
+};
+
 struct Thread {
     DWORD id = 0;
     std::deque<MSG> posted;
-    std::deque<MSG> input;  // keys and mouse
+    std::deque<Input> input;
+    std::uint64_t lastInput = 0;
     std::deque<SentMessage*> sent;
     std::condition_variable_any changed;
+    std::uint64_t changes = 0;
     bool isQuitting = false;
     int quitCode = 0;
     std::vector<Timer> timers;
     UINT_PTR lastTimer = 0x8000;
     std::vector<Hook> hooks;  // the last is called first
     MSG current{};            // taken last
-    short keys[256] = {};
+    BYTE keys[256] = {};      // as of the last input taken: 0x80 is down, 1 is on
+    char32_t text = 0;        // what the last key means, where its driver knows
+    bool isAltAlone = false;  // no other key since it went down
+    Click click;
+    Caret caret;
+    std::vector<ScreenNews> news;
     HWND focus = nullptr;
     HWND active = nullptr;
     HWND capture = nullptr;
@@ -52,7 +87,7 @@ struct Thread {
 Thread& ThisThread();
 // The thread of that number, or null. Under the lock.
 Thread* FindThread(DWORD id) noexcept;
-std::uint64_t Milliseconds() noexcept;
+void WakeAll() noexcept;
 
 }  // namespace brcore8::desktop
 

@@ -3,7 +3,6 @@
 #include <strings.h>
 
 #include <algorithm>
-#include <chrono>
 #include <map>
 
 #include "platform/posix/desktop/thread.h"
@@ -58,13 +57,15 @@ Thread* FindThread(DWORD id) noexcept {
 }
 
 void Wake(Thread& thread) noexcept {
+    const std::lock_guard guard(Lock());
+    ++thread.changes;
     thread.changed.notify_all();
 }
 
-std::uint64_t Milliseconds() noexcept {
-    using namespace std::chrono;
-    return static_cast<std::uint64_t>(
-        duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+void WakeAll() noexcept {
+    const std::lock_guard guard(Lock());
+    for (Thread* const thread : Threads())
+        Wake(*thread);
 }
 
 LRESULT CallHooks(int code, WPARAM wParam, LPARAM lParam) {
@@ -117,7 +118,7 @@ UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedu
     const DWORD interval = std::clamp<DWORD>(milliseconds, 10, 0x7FFFFFFF);
     const Timer timer{window, id, interval, Milliseconds() + interval, procedure};
     for (Timer& each : thread.timers) {
-        if (each.window == window && each.id == id) {
+        if (each.window == window && each.id == id && each.message == WM_TIMER) {
             each = timer;
             return id != 0 ? id : 1;
         }
@@ -128,7 +129,7 @@ UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedu
 
 BOOL KillTimer(HWND window, UINT_PTR id) {
     return std::erase_if(ThisThread().timers, [=](const Timer& each) {
-               return each.window == window && each.id == id;
+               return each.window == window && each.id == id && each.message == WM_TIMER;
            }) > 0;
 }
 

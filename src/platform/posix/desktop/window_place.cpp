@@ -3,29 +3,18 @@
 #include <algorithm>
 
 #include "platform/posix/desktop/desktop.h"
+#include "platform/posix/desktop/frame.h"
+#include "platform/posix/desktop/screen.h"
 #include "platform/posix/desktop/thread.h"
 
 using namespace brcore8::desktop;
 
 namespace brcore8::desktop {
 
-namespace {
-
-// What the frame takes on each side. The caption of a top-level window is drawn around it by
-// whoever manages the screen.
-int BorderOf(DWORD style, DWORD exStyle) noexcept {
-    const int edge = (exStyle & WS_EX_CLIENTEDGE) != 0 ? GetSystemMetrics(SM_CXEDGE) : 0;
-    const int line = GetSystemMetrics(SM_CXBORDER);
-    const bool hasLine = (style & WS_CHILD) != 0 && (style & WS_BORDER) != 0;
-    return edge + (hasLine ? line : 0) + ((exStyle & WS_EX_STATICEDGE) != 0 ? line : 0);
-}
-
-}  // namespace
-
 RECT ClientOf(const Window& window, const RECT& rect) noexcept {
-    const int border = BorderOf(window.style, window.exStyle);
-    RECT client = rect;
-    InflateRect(&client, -border, -border);
+    const RECT margins = FrameMargins(window.style, window.exStyle);
+    RECT client{rect.left + margins.left, rect.top + margins.top, rect.right - margins.right,
+                rect.bottom - margins.bottom};
     if (IsTopLevel(window) && window.menu != nullptr) client.top += GetSystemMetrics(SM_CYMENU);
     if ((window.style & WS_VSCROLL) != 0) client.right -= GetSystemMetrics(SM_CXVSCROLL);
     if ((window.style & WS_HSCROLL) != 0) client.bottom -= GetSystemMetrics(SM_CYHSCROLL);
@@ -120,7 +109,11 @@ BOOL SetWindowPos(HWND handle, HWND after, int x, int y, int width, int height, 
     pos.y = window->rect.top;
     pos.cx = Width(window->rect);
     pos.cy = Height(window->rect);
-    if ((pos.flags & SWP_NOREDRAW) == 0) RedrawPlace(*window, oldRect, wasSized, isShowing);
+    const bool wasWhole = wasSized || (flags & SWP_FRAMECHANGED) != 0 ||
+                          Width(window->rect) != Width(oldRect) ||
+                          Height(window->rect) != Height(oldRect);
+    TellScreen(*window);
+    if ((pos.flags & SWP_NOREDRAW) == 0) RedrawPlace(*window, oldRect, wasWhole, isShowing);
     SendMessageA(handle, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&pos));
     if ((pos.flags & SWP_NOACTIVATE) == 0 && (pos.flags & SWP_HIDEWINDOW) == 0) {
         window = Find(handle);
@@ -283,8 +276,11 @@ BOOL SetWindowPlacement(HWND handle, const WINDOWPLACEMENT* placement) {
 }
 
 BOOL AdjustWindowRectEx(RECT* rect, DWORD style, BOOL menu, DWORD exStyle) noexcept {
-    const int border = BorderOf(style, exStyle);
-    InflateRect(rect, border, border);
+    const RECT margins = FrameMargins(style, exStyle);
+    rect->left -= margins.left;
+    rect->top -= margins.top;
+    rect->right += margins.right;
+    rect->bottom += margins.bottom;
     if (menu) rect->top -= GetSystemMetrics(SM_CYMENU);
     return 1;
 }

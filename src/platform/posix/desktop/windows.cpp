@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/posix/desktop/desktop.h"
+#include "platform/posix/desktop/screen.h"
 #include "platform/posix/desktop/thread.h"
 
 using namespace brcore8::desktop;
@@ -183,6 +184,8 @@ BOOL DestroyWindow(HWND handle) {
         Call(*each, WM_NCDESTROY, 0, 0);
         Window* const member = Find(*each);
         if (member == nullptr) continue;
+        if (IsTopLevel(*member))
+            if (Screen* const screen = TheScreen()) screen->Remove(*each);
         ForgetWindow(*member);
         if (member->menu != nullptr) DestroyMenu(std::exchange(member->menu, nullptr));
         const std::lock_guard guard(Lock());
