@@ -10,6 +10,7 @@
 #include "platform/posix/desktop/input.h"
 #include "platform/posix/desktop/menus/menu_tracking.h"
 #include "platform/posix/desktop/screen.h"
+#include "platform/posix/desktop/scroll_bars.h"
 
 using namespace brcore8::desktop;
 
@@ -147,6 +148,13 @@ LRESULT PressFrame(const Window& window, int part, LPARAM lParam) {
         case HTMAXBUTTON:
             if (RunBox(handle, part)) command(ZoomCommand(window));
             break;
+        case HTVSCROLL:
+        case HTHSCROLL: {
+            POINT point = PointOf(lParam);
+            ScreenToClient(handle, &point);
+            TrackScrollBar(handle, part == HTVSCROLL ? SB_VERT : SB_HORZ, point, handle);
+            break;
+        }
         default:
             if (part >= HTLEFT && part <= HTBOTTOMRIGHT)
                 command(SC_SIZE + static_cast<UINT>(part - HTLEFT + 1));

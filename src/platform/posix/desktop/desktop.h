@@ -27,6 +27,17 @@ struct WindowClass {
     bool isSystem = false;  // of a control: a program's class of that name goes first
 };
 
+// A scroll bar's numbers.
+struct ScrollBar {
+    int min = 0;
+    int max = 100;
+    unsigned page = 0;
+    int position = 0;
+    int track = 0;  // where the user holds the thumb
+    bool isTracking = false;
+    unsigned disabled = 0;  // ESB_DISABLE_ of its arrows
+};
+
 // A window. Siblings are linked from the topmost down.
 struct Window {
     HWND handle = nullptr;
@@ -59,6 +70,7 @@ struct Window {
     bool isFrameDue = true;      // WM_NCPAINT is to be sent
     bool isFrameActive = false;  // as WM_NCACTIVATE told
     bool isLost = false;         // the screen wants all of the surface again
+    ScrollBar scroll[3];         // SB_HORZ, SB_VERT, and SB_CTL of a control that is one
     bool isDestroyed = false;    // it got WM_DESTROY, or will
     bool wasSized = false;       // it got its first WM_SIZE
 };

@@ -6,6 +6,7 @@
 
 #include "platform/posix/desktop/menus/menu_view.h"
 #include "platform/posix/desktop/screen.h"
+#include "platform/posix/desktop/scroll_bars.h"
 
 namespace brcore8::desktop {
 
@@ -224,6 +225,8 @@ void PaintFrame(const Window& window) {
         rest.top += Height(CaptionOf(window)) + Height(MenuBarOf(window));
         PaintEdges(dc, window, rest);
     }
+    SetViewportOrgEx(dc, client.left, client.top, nullptr);
+    DrawScrollBars(dc, window);
     ReleaseDC(window.handle, dc);
 }
 

@@ -15,6 +15,8 @@ std::vector<std::unique_ptr<WindowClass>> SystemClasses() {
     } kinds[] = {
         {WC_STATICA, &StaticProcedure, IDC_ARROW},
         {WC_BUTTONA, &ButtonProcedure, IDC_ARROW},
+        {WC_EDITA, &EditProcedure, IDC_IBEAM},
+        {WC_SCROLLBARA, &ScrollProcedure, IDC_ARROW},
         {STATUSCLASSNAMEA, &StatusBarProcedure, IDC_ARROW},
         {PROGRESS_CLASSA, &ProgressProcedure, IDC_ARROW},
     };

@@ -109,6 +109,8 @@ LRESULT CALLBACK StaticProcedure(HWND, UINT, WPARAM, LPARAM);
 LRESULT CALLBACK ButtonProcedure(HWND, UINT, WPARAM, LPARAM);
 LRESULT CALLBACK StatusBarProcedure(HWND, UINT, WPARAM, LPARAM);
 LRESULT CALLBACK ProgressProcedure(HWND, UINT, WPARAM, LPARAM);
+LRESULT CALLBACK EditProcedure(HWND, UINT, WPARAM, LPARAM);
+LRESULT CALLBACK ScrollProcedure(HWND, UINT, WPARAM, LPARAM);
 
 // Hands a message to the window's control; `make` makes it.
 LRESULT RunControl(HWND handle, UINT message, WPARAM wParam, LPARAM lParam,

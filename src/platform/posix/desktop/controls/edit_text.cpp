@@ -1,0 +1,185 @@
+#include "platform/posix/desktop/controls/edit_text.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "strings/mbs.h"
+
+namespace brcore8::desktop {
+
+void EditText::Set(std::string text) {
+    text_ = std::move(text);
+    ForgetUndo();
+    LayOut();
+}
+
+void EditText::Replace(std::size_t begin, std::size_t end, std::string_view with, bool keepsUndo) {
+    if (keepsUndo)
+        Remember(begin, end, with.size());
+    else
+        ForgetUndo();
+    text_.replace(begin, end - begin, with);
+    LayOutAround(begin, end, begin + with.size());
+}
+
+// --- Undo ---------------------------------------------------------------------------------------
+
+void EditText::ForgetUndo() noexcept {
+    undoText_.clear();
+    undoAt_ = undoInserted_ = 0;
+}
+
+// Deleting on either side of what was deleted, and inserting behind what was inserted, is one step.
+void EditText::Remember(std::size_t begin, std::size_t end, std::size_t inserted) {
+    if (begin != end) {
+        const std::string_view gone(text_.data() + begin, end - begin);
+        const bool goesOn = undoInserted_ == 0 && !undoText_.empty();
+        if (goesOn && begin == undoAt_) {
+            undoText_ += gone;
+        } else if (goesOn && end == undoAt_) {
+            undoText_.insert(0, gone);
+            undoAt_ = begin;
+        } else {
+            undoText_ = gone;
+            undoAt_ = begin;
+        }
+        undoInserted_ = 0;
+    }
+    if (inserted == 0) return;
+    if (begin != undoAt_ + undoInserted_ || !CanUndo()) {
+        undoText_.clear();
+        undoAt_ = begin;
+        undoInserted_ = 0;
+    }
+    undoInserted_ += inserted;
+}
+
+std::pair<std::size_t, std::size_t> EditText::Undo() {
+    const std::size_t begin = undoAt_;
+    const std::size_t end = begin + undoInserted_;
+    const std::string back = std::exchange(undoText_, text_.substr(begin, undoInserted_));
+    undoInserted_ = back.size();
+    text_.replace(begin, end - begin, back);
+    LayOutAround(begin, end, begin + back.size());
+    return {begin, begin + back.size()};
+}
+
+// --- Lines --------------------------------------------------------------------------------------
+
+void EditText::SetLayout(bool hasLines, Fit fit) {
+    hasLines_ = hasLines;
+    fit_ = std::move(fit);
+}
+
+void EditText::LayOut() {
+    starts_.clear();
+    LayOutRange(0, text_.size(), starts_);
+    if (IsHardStart(text_.size())) starts_.push_back(text_.size());
+}
+
+bool EditText::IsHardStart(std::size_t at) const noexcept {
+    return at == 0 || (hasLines_ && at >= 2 && text_[at - 1] == '\n' && text_[at - 2] == '\r');
+}
+
+// The lines that begin in [from, to), both starts of paragraphs.
+void EditText::LayOutRange(std::size_t from, std::size_t to, std::vector<std::size_t>& out) const {
+    while (from < to) {
+        const std::size_t found = hasLines_ ? text_.find("\r\n", from) : std::string::npos;
+        const std::size_t end = std::min(found, text_.size());
+        out.push_back(from);
+        while (fit_ && (from = fit_(from, end)) < end)
+            out.push_back(from);
+        from = end == text_.size() ? end : end + 2;
+    }
+}
+
+void EditText::LayOutAround(std::size_t begin, std::size_t oldEnd, std::size_t newEnd) {
+    // From the start of the paragraph before, whose end may have come or gone.
+    std::size_t first = LineOf(begin);
+    if (first > 0) --first;
+    while (first > 0 && !IsHardStart(starts_[first]))
+        --first;
+    // Up to a paragraph whose start is as it was.
+    const std::size_t grown = newEnd - oldEnd;  // may wrap, and wraps back
+    auto rest = std::lower_bound(starts_.begin(), starts_.end(), oldEnd + 2);
+    while (rest != starts_.end() && !IsHardStart(*rest + grown))
+        ++rest;
+    const std::size_t from = starts_[first];
+    const std::size_t to = rest != starts_.end() ? *rest + grown : text_.size();
+    std::vector<std::size_t> lines;
+    LayOutRange(from, to, lines);
+    if (rest == starts_.end() && IsHardStart(text_.size())) lines.push_back(text_.size());
+    std::for_each(rest, starts_.end(), [grown](std::size_t& start) { start += grown; });
+    const auto at = starts_.erase(starts_.begin() + static_cast<std::ptrdiff_t>(first), rest);
+    starts_.insert(at, lines.begin(), lines.end());
+}
+
+std::size_t EditText::LineEnd(std::size_t line) const noexcept {
+    if (line + 1 >= starts_.size()) return text_.size();
+    const std::size_t next = starts_[line + 1];
+    return IsHardStart(next) ? next - 2 : next;
+}
+
+std::size_t EditText::LineOf(std::size_t at) const noexcept {
+    const auto above = std::upper_bound(starts_.begin(), starts_.end(), at);
+    return static_cast<std::size_t>(std::max<std::ptrdiff_t>(above - starts_.begin(), 1) - 1);
+}
+
+// --- Characters and words -----------------------------------------------------------------------
+
+std::size_t EditText::Next(std::size_t at) const noexcept {
+    if (at >= text_.size()) return text_.size();
+    if (hasLines_ && text_[at] == '\r' && at + 1 < text_.size() && text_[at + 1] == '\n')
+        return at + 2;
+    return at + mbs::CharBytes(CodePage::Ansi(), text_.data() + at, text_.data() + text_.size());
+}
+
+std::size_t EditText::Previous(std::size_t at) const noexcept {
+    if (at < 2) return 0;
+    if (IsHardStart(at)) return at - 2;
+    const std::size_t line = starts_[LineOf(at - 1)];
+    const bool isPair =
+        at - line >= 2 &&
+        mbs::IsBoundary(CodePage::Ansi(), text_.data() + line, text_.data() + at - 2) &&
+        mbs::CharBytes(CodePage::Ansi(), text_.data() + at - 2, text_.data() + at) == 2;
+    return at - (isPair ? 2 : 1);
+}
+
+namespace {
+
+bool IsSpace(char c) noexcept {
+    return c == ' ' || c == '\t';
+}
+
+bool IsEnd(char c) noexcept {
+    return c == '\r' || c == '\n';
+}
+
+// Of words, of spaces, and of line ends.
+int KindOf(char c) noexcept {
+    return IsEnd(c) ? 2 : IsSpace(c) ? 1 : 0;
+}
+
+}  // namespace
+
+std::size_t EditText::WordBegin(std::size_t at) const noexcept {
+    at = std::min(at, text_.size());
+    while (at > 0 && IsSpace(text_[at - 1]))
+        --at;
+    if (at > 0 && IsEnd(text_[at - 1])) return Previous(at);
+    while (at > 0 && KindOf(text_[at - 1]) == 0)
+        --at;
+    return at;
+}
+
+// With the spaces behind it.
+std::size_t EditText::WordEnd(std::size_t at) const noexcept {
+    if (at < text_.size() && IsEnd(text_[at])) return Next(at);
+    while (at < text_.size() && KindOf(text_[at]) == 0)
+        ++at;
+    while (at < text_.size() && IsSpace(text_[at]))
+        ++at;
+    return at;
+}
+
+}  // namespace brcore8::desktop
