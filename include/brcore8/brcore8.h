@@ -42,9 +42,15 @@
 #include <brcore8/core/version.h>
 #include <brcore8/graphics/bitmap.h>
 #include <brcore8/graphics/dc.h>
+#include <brcore8/graphics/drawing_objects.h>
 #include <brcore8/graphics/font.h>
+#include <brcore8/graphics/font_old.h>
 #include <brcore8/graphics/gdi_object.h>
 #include <brcore8/graphics/icon.h>
+#include <brcore8/graphics/image_list.h>
+#include <brcore8/graphics/metafile.h>
+#include <brcore8/graphics/preview_dc.h>
+#include <brcore8/graphics/window_dc.h>
 #include <brcore8/platform/console.h>
 #include <brcore8/platform/desktop_picture.h>
 #include <brcore8/platform/export.h>

@@ -2,6 +2,7 @@
 
 #include <brcore8/core/exception.h>
 #include <brcore8/core/throw.h>
+#include <brcore8/graphics/dc.h>
 #include <brcore8/streams/binary_stream.h>
 
 #include <cstring>
@@ -70,6 +71,10 @@ void SBitmap::Create(const Shape& shape, const void* rows) {
         made = CreateBitmap(shape.width, shape.height, 1, static_cast<unsigned>(shape.bits), rows);
     if (made == nullptr) throw SEConstructor();
     Attach(made);
+}
+
+int SBitmap::CreateCompatible(const SDC& like, int width, int height) noexcept {
+    return Take(::CreateCompatibleBitmap(like.GetHandle(), width, height));
 }
 
 void SBitmap::Write(SOutputBinaryStream& stream) const {

@@ -1,5 +1,8 @@
 #include <brcore8/window/handle_map.h>
 
+#include <cstdio>
+#include <cstdlib>
+
 namespace {
 
 constinit int g_locks = 0;
@@ -26,7 +29,10 @@ SObject* SHandleMap::FromHandle(void* handle) {
         throw;
     }
     SObject* const wrapper = place;
-    if (wrapper == nullptr) temporary_.Remove(key);
+    if (wrapper == nullptr)
+        temporary_.Remove(key);
+    else
+        ++made_;
     return wrapper;
 }
 
@@ -49,6 +55,11 @@ void SHandleMap::DeleteTempMap() {
     Wrappers ending(std::move(temporary_));
     for (auto& [handle, wrapper] : ending)
         DeleteTemporary(wrapper);
+}
+
+void brcore8::EndedWrapperUsed() noexcept {
+    std::fputs("brcore8: a temporary wrapper was used after its idle pass\n", stderr);
+    std::abort();
 }
 
 SHandleMapLock::SHandleMapLock() noexcept {

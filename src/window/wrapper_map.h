@@ -4,6 +4,7 @@
 
 #include <brcore8/window/handle_map.h>
 
+#include <iterator>
 #include <new>
 #include <utility>
 
@@ -40,12 +41,32 @@ public:
     }
     void DeleteTemporary(SObject* object) override {
         auto* const wrapper = static_cast<Wrapper*>(object);
+#ifdef NDEBUG
+        Free(wrapper);
+#else
+        // Kept for a while without its handle, so that whoever uses it still is found.
+        wrapper->handle_ = reinterpret_cast<Handle>(kEndedHandle);
+        Wrapper*& oldest = ended_[nextEnded_++ % std::size(ended_)];
+        if (oldest != nullptr) Free(oldest);
+        oldest = wrapper;
+#endif
+    }
+
+    SFixedAllocStats GetPoolStats() const override {
+        return pool_.GetStats();
+    }
+
+private:
+    void Free(Wrapper* wrapper) {
         wrapper->handle_ = nullptr;
         wrapper->~Wrapper();
         pool_.Free(wrapper);
     }
 
-private:
+#ifndef NDEBUG
+    Wrapper* ended_[256] = {};
+    std::size_t nextEnded_ = 0;
+#endif
     SFixedAlloc pool_{sizeof(Wrapper), 32, "Temporary wrappers", nullptr};
 };
 

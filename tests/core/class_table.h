@@ -55,6 +55,20 @@ inline constexpr ClassRow kLibraryClasses[] = {
     {"SGdiObject", "SObject", 1, true},
     {"SFont", "SGdiObject", 2, true},
     {"SBitmap", "SGdiObject", 2, true},
+    {"SBrush", "SGdiObject", 2, true},
+    {"SMetaFile", "SGdiObject", 2, true},
+    {"SPalette", "SGdiObject", 2, true},
+    {"SPen", "SGdiObject", 2, true},
+    {"SRgn", "SGdiObject", 2, true},
+    {"SGDIObject", "SObject", 1, false},
+    {"SFontOld", "SGDIObject", 2, false},
+    {"SImageList", "SObject", 2, true},
+    {"SImageListEx", "SImageList", 2, true},
+    {"SClientDC", "SDC", 2, false},
+    {"SPaintDC", "SDC", 2, false},
+    {"SPreviewDC", "SDC", 2, true},
+    {"SWindowDC", "SDC", 2, false},
+    {"SScreenDC", "SWindowDC", 0, false},
 };
 
 #endif

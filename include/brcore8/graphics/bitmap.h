@@ -20,6 +20,7 @@
 
 #include <cstdint>
 
+class SDC;
 class SInputBinaryStream;
 class SOutputBinaryStream;
 
@@ -48,6 +49,9 @@ class BRCORE8_API SBitmap : public SGdiObject {
     // SEConstructor when the shape is none that could be streamed or the platform refuses; the old
     // one is then still held.
     void Create(const Shape& shape, const void* rows);
+    // A new bitmap to draw on, with the context's kind of pixels, black: 1, or 0 when the platform
+    // refuses, and nothing changes.
+    int CreateCompatible(const SDC& like, int width, int height) noexcept;
 
     // Throws SEIOException "Invalid binary format" when the pixels cannot be had, SEOutOfMemory
     // (nothing is written then), and what the stream throws.

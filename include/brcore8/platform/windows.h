@@ -28,6 +28,7 @@
 #else
 #include <brcore8/platform/posix/control_calls.h>
 #include <brcore8/platform/posix/drawing_calls.h>
+#include <brcore8/platform/posix/graphics_calls.h>
 #include <brcore8/platform/posix/input_calls.h>
 #include <brcore8/platform/posix/menu_calls.h>
 #include <brcore8/platform/posix/window_calls.h>

@@ -1,6 +1,7 @@
 // Handle maps tie the platform's handles to their wrappers. Permanent entries are wrappers that the
 // program made or attached; temporary ones are made when a handle without a wrapper turns up, say
-// in a message, and go in the next idle pass: they must not be kept.
+// in a message, and go in the next idle pass: they must not be kept. Where library and program are
+// compiled for debugging, GetHandle of one that was kept ends the program.
 //
 // Threads: the one that runs the user interface.
 #ifndef BRCORE8_WINDOW_HANDLE_MAP_H
@@ -11,9 +12,24 @@
 #include <brcore8/core/object.h>
 
 namespace brcore8 {
+
 template <class Wrapper>
 class WrapperMap;
+
+// What a temporary wrapper holds after its idle pass, for a while, in a debug build: no handle.
+inline constexpr std::uintptr_t kEndedHandle = 0xDEAD8;
+// Says so and ends the program.
+[[noreturn]] BRCORE8_API void EndedWrapperUsed() noexcept;
+
+template <class Handle>
+Handle LiveHandle(Handle handle) noexcept {
+#ifndef NDEBUG
+    if (reinterpret_cast<std::uintptr_t>(handle) == kEndedHandle) EndedWrapperUsed();
+#endif
+    return handle;
 }
+
+}  // namespace brcore8
 
 // The entries of all handle maps come from one pool.
 class BRCORE8_API SHandleMapAllocator {
@@ -36,6 +52,8 @@ public:
     // Virtual operations, in slot order: a new wrapper for a handle, or null, and its end.
     virtual SObject* CreateTemporary(void* handle) = 0;
     virtual void DeleteTemporary(SObject* wrapper) = 0;
+    // The pool that temporary wrappers come from.
+    virtual SFixedAllocStats GetPoolStats() const = 0;
 
     // The permanent wrapper, else the temporary one, else a new temporary one; null for null.
     // Throws SEOutOfMemory.
@@ -53,6 +71,8 @@ public:
     // How many there are of each.
     int GetPermanentCount() const { return permanent_.GetCount(); }
     int GetTemporaryCount() const { return temporary_.GetCount(); }
+    // How many temporary wrappers were made so far.
+    unsigned long long GetMadeCount() const { return made_; }
 
 protected:
     virtual ~SHandleMap() = default;
@@ -60,6 +80,7 @@ protected:
 private:
     Wrappers permanent_;
     Wrappers temporary_;
+    unsigned long long made_ = 0;
 };
 
 // Keeps temporary wrappers of every kind alive while it lives, over idle passes too.

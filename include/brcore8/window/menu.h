@@ -33,7 +33,7 @@ class BRCORE8_API SMenu : public SObject {
     // --- Handles and wrappers -----------------------------------------------------------------
 
     // As SWnd's.
-    HMENU GetHandle() const noexcept { return handle_; }
+    HMENU GetHandle() const noexcept { return brcore8::LiveHandle(handle_); }
     static SMenu* FromHandle(HMENU handle);
     static SMenu* FromHandlePermanent(HMENU handle);
     static void DeleteTempMap();

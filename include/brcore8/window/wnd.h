@@ -27,6 +27,19 @@
 #include <brcore8/strings/string.h>
 #include <brcore8/window/handle_map.h>
 
+namespace brcore8 {
+
+// A number or a pointer as a parameter of a message; a number keeps its sign.
+template <class Word, class T>
+Word AsWord(T value) noexcept {
+    if constexpr (std::is_pointer_v<T> || std::is_null_pointer_v<T>)
+        return reinterpret_cast<Word>(value);
+    else
+        return static_cast<Word>(value);
+}
+
+}  // namespace brcore8
+
 class BRCORE8_API SWnd : public SCmdTarget {
     SDECLARE_CREATABLE(SWnd);
     SDECLARE_MESSAGE_MAP(SWnd);
@@ -39,7 +52,7 @@ public:
 
     // --- Handles and wrappers -----------------------------------------------------------------
 
-    HWND GetHandle() const noexcept { return handle_; }
+    HWND GetHandle() const noexcept { return brcore8::LiveHandle(handle_); }
 
     // The wrapper of a handle: permanent, else temporary, made when there was none; null for null.
     static SWnd* FromHandle(HWND handle);
@@ -149,6 +162,16 @@ public:
 
     LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return ::SendMessageA(handle_, message, wParam, lParam);
+    }
+    // The same with numbers and pointers as they are, and the answer as an R.
+    template <class R = int, class W = int, class L = int>
+    R Ask(UINT message, W wParam = {}, L lParam = {}) const {
+        const LRESULT answer = ::SendMessageA(handle_, message, brcore8::AsWord<WPARAM>(wParam),
+                                              brcore8::AsWord<LPARAM>(lParam));
+        if constexpr (std::is_pointer_v<R>)
+            return reinterpret_cast<R>(answer);
+        else
+            return static_cast<R>(answer);
     }
     BOOL PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return ::PostMessageA(handle_, message, wParam, lParam);

@@ -25,7 +25,7 @@ HFONT CreateFontIndirectA(const LOGFONTA* info) noexcept {
 }
 
 int GetDeviceCaps(HDC, int index) noexcept {
-    return index == LOGPIXELSY ? 96 : 0;
+    return index == LOGPIXELSX || index == LOGPIXELSY ? 96 : 0;
 }
 
 int MulDiv(int number, int numerator, int denominator) noexcept {

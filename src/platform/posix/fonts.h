@@ -3,16 +3,12 @@
 #define BRCORE8_PLATFORM_POSIX_FONTS_H
 
 #include <brcore8/platform/font_info.h>
-#include <brcore8/platform/posix/drawing_calls.h>
+#include <brcore8/platform/posix/graphics_calls.h>
 
 #include "platform/posix/gdi.h"
 
-constexpr int LOGPIXELSY = 90;
 constexpr int FW_NORMAL = 400;
 constexpr int FW_BOLD = 700;
-
-// Of the screen: 96 pixels an inch; 0 for other questions.
-int GetDeviceCaps(HDC context, int index) noexcept;
 
 // number * numerator / denominator, rounded to the nearest, halves away from zero; -1 when that
 // is no 32-bit number.

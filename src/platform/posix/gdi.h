@@ -2,7 +2,7 @@
 #ifndef BRCORE8_PLATFORM_POSIX_GDI_H
 #define BRCORE8_PLATFORM_POSIX_GDI_H
 
-#include <brcore8/platform/posix/drawing_calls.h>
+#include <brcore8/platform/posix/graphics_calls.h>
 #include <brcore8/platform/types.h>
 
 #include <cstdint>
@@ -11,7 +11,7 @@ namespace brcore8 {
 
 // What stands behind the handle of every kind of object, HGDIOBJ, HBITMAP and the others alike.
 struct GdiObject {
-    enum class Kind : std::uint8_t { Bitmap, Picture, Font, Brush, Pen };
+    enum class Kind : std::uint8_t { Bitmap, Picture, Font, Brush, Pen, Region };
 
     explicit GdiObject(Kind objectKind) noexcept : kind(objectKind) {}
     GdiObject(const GdiObject&) = delete;
@@ -27,8 +27,5 @@ struct GdiObject {
 };
 
 }  // namespace brcore8
-
-// The record that describes the object: see GdiObject::Describe.
-int GetObjectA(HGDIOBJ object, int size, void* out) noexcept;
 
 #endif

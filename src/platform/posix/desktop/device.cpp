@@ -95,7 +95,7 @@ HDC DeviceForWindow(HWND handle, bool isWhole) noexcept {
         const RECT& part = isWhole ? window->rect : window->client;
         const RECT place = InTop(*window, part, top);
         device->origin = {place.left, place.top};
-        if (IsShown(*window)) device->clip = VisibleOf(*window, part, top);
+        if (IsShown(*window)) device->clip = device->visible = VisibleOf(*window, part, top);
         return Register(std::move(device));
     } catch (const std::bad_alloc&) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
@@ -177,8 +177,10 @@ HDC BeginPaint(HWND handle, PAINTSTRUCT* paint) {
         if (Find(handle) == nullptr) return nullptr;
     }
     paint->hdc = GetDC(handle);
-    if (Device* const device = DrawableOf(paint->hdc))
-        Intersect(device->clip, OnSurface(*device, paint->rcPaint));
+    if (Device* const device = DrawableOf(paint->hdc)) {
+        Intersect(device->visible, OnSurface(*device, paint->rcPaint));
+        device->clip = device->visible;
+    }
     if (erases)
         paint->fErase =
             SendMessageA(handle, WM_ERASEBKGND, reinterpret_cast<WPARAM>(paint->hdc), 0) == 0;
@@ -191,13 +193,31 @@ BOOL EndPaint(HWND window, const PAINTSTRUCT* paint) noexcept {
     return 1;
 }
 
+namespace {
+
+// What is selected into every context in memory at first: one pixel. Null without a display.
+Picture* PlainPicture() {
+    static Picture* const picture = []() -> Picture* {
+        std::shared_ptr<Surface> surface;
+        if (TheDisplay() != nullptr) surface = TheDisplay()->NewSurface({1, 1});
+        if (surface == nullptr) return nullptr;
+        auto* const made = new Picture(std::move(surface));
+        made->isStock = true;
+        return made;
+    }();
+    return picture;
+}
+
+}  // namespace
+
 HDC CreateCompatibleDC(HDC) noexcept {
     try {
         auto device = std::make_unique<Device>();
-        Display* const display = TheDisplay();
-        if (display == nullptr) return nullptr;
-        device->surface = display->NewSurface({1, 1});
-        device->clip = {{0, 0, 1, 1}};
+        Picture* const plain = PlainPicture();
+        if (plain == nullptr) return nullptr;
+        device->surface = plain->surface;
+        device->pictureObject = static_cast<brcore8::GdiObject*>(plain);
+        device->clip = device->visible = {{0, 0, 1, 1}};
         return Register(std::move(device));
     } catch (const std::bad_alloc&) {
         return nullptr;

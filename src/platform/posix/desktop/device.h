@@ -17,6 +17,7 @@ namespace brcore8::desktop {
 struct Brush : GdiObject {
     Brush(COLORREF brushColor, bool paints) noexcept
         : GdiObject(Kind::Brush), color(brushColor), isPainting(paints) {}
+    int Describe(int size, void* out) const noexcept override;
     const COLORREF color;
     const bool isPainting;  // not so the null brush
 };
@@ -24,6 +25,7 @@ struct Brush : GdiObject {
 struct Pen : GdiObject {
     Pen(const Stroke& penStroke, bool paints) noexcept
         : GdiObject(Kind::Pen), stroke(penStroke), isPainting(paints) {}
+    int Describe(int size, void* out) const noexcept override;
     const Stroke stroke;
     const bool isPainting;
 };
@@ -38,7 +40,8 @@ struct Picture : GdiObject {
 
 // What SaveDC saves.
 struct DeviceState {
-    Region clip;       // of the surface
+    Region visible;    // of the surface, what the platform lets the program paint
+    Region clip;       // of that, what the program lets itself
     POINT origin{};    // of the coordinates, on the surface
     POINT viewport{};  // how far the program moved the origin
     POINT at{};

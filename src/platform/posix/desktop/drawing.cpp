@@ -98,7 +98,7 @@ HGDIOBJ SelectObject(HDC context, HGDIOBJ handle) noexcept {
         case Kind::Picture: {
             device->surface = static_cast<const Picture*>(object)->surface;
             const SIZE size = device->surface->GetSize();
-            device->clip = {{0, 0, size.cx, size.cy}};
+            device->clip = device->visible = {{0, 0, size.cx, size.cy}};
             return std::exchange(device->pictureObject, handle);
         }
         default:
