@@ -10,7 +10,14 @@ SIMPLEMENT_CREATABLE(SImageListEx, SImageList, 2);
 using Map = brcore8::WrapperMap<SImageList>;
 
 SImageList::~SImageList() {
-    DeleteImageList();
+    LetGo();
+}
+
+void SImageList::LetGo() {
+    if (isOwn_)
+        DeleteImageList();
+    else
+        Detach();
 }
 
 SImageList* SImageList::FromHandle(HIMAGELIST handle) {
@@ -37,16 +44,15 @@ HIMAGELIST SImageList::Detach() {
 int SImageList::Create(int width, int height, UINT flags, int initial, int grow) {
     const HIMAGELIST made = ::ImageList_Create(width, height, flags, initial, grow);
     if (made == nullptr) return 0;
-    DeleteImageList();
+    LetGo();
     Attach(made);
     isOwn_ = true;
     return 1;
 }
 
 int SImageList::DeleteImageList() {
-    const bool isOwn = isOwn_;
     const HIMAGELIST held = Detach();
-    return held != nullptr && isOwn && ::ImageList_Destroy(held);
+    return held != nullptr && ::ImageList_Destroy(held);
 }
 
 int SImageList::GetImageCount() const {

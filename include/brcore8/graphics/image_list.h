@@ -40,6 +40,7 @@ class BRCORE8_API SImageList : public SObject {
     // An empty list in the place of the one held, for images of that size in pixels: 1 or 0.
     int Create(int width, int height, UINT flags = ILC_COLOR32 | ILC_MASK, int initial = 0,
                int grow = 4);
+    // Gives the list back, whoever made it; 0 when there is none.
     int DeleteImageList();
     int GetImageCount() const;
     // Zero when there is no list.
@@ -63,6 +64,8 @@ class BRCORE8_API SImageList : public SObject {
 private:
     template <class>
     friend class brcore8::WrapperMap;
+
+    void LetGo();
 
     HIMAGELIST handle_ = nullptr;
     bool isOwn_ = false;

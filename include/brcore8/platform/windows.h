@@ -23,6 +23,7 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <richedit.h>
 #undef GetClassInfo
 #undef LoadString
 #else
@@ -30,6 +31,7 @@
 #include <brcore8/platform/posix/drawing_calls.h>
 #include <brcore8/platform/posix/graphics_calls.h>
 #include <brcore8/platform/posix/input_calls.h>
+#include <brcore8/platform/posix/list_messages.h>
 #include <brcore8/platform/posix/menu_calls.h>
 #include <brcore8/platform/posix/window_calls.h>
 #endif

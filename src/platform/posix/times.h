@@ -3,24 +3,15 @@
 #ifndef BRCORE8_PLATFORM_POSIX_TIMES_H
 #define BRCORE8_PLATFORM_POSIX_TIMES_H
 
+#include <brcore8/platform/posix/list_messages.h>
+
 #include "platform/posix/files.h"
 
 #include <cstdint>
 
-using WORD = std::uint16_t;
 struct FILETIME {
     DWORD dwLowDateTime;
     DWORD dwHighDateTime;
-};
-struct SYSTEMTIME {
-    WORD wYear;
-    WORD wMonth;
-    WORD wDayOfWeek;
-    WORD wDay;
-    WORD wHour;
-    WORD wMinute;
-    WORD wSecond;
-    WORD wMilliseconds;
 };
 
 // The digits of a DOS date (year from 1980, month, day: 7, 4 and 5 bits) and time (hour, minute,
