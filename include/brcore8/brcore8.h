@@ -18,6 +18,7 @@
 #include <brcore8/bars/progress_status_bar.h>
 #include <brcore8/bars/status_bar.h>
 #include <brcore8/bars/status_bar_layout.h>
+#include <brcore8/bars/tool_bar.h>
 #include <brcore8/containers/dlist.h>
 #include <brcore8/containers/list.h>
 #include <brcore8/containers/map.h>
@@ -79,6 +80,7 @@
 #include <brcore8/settings/status.h>
 #include <brcore8/streams/binary_stream.h>
 #include <brcore8/streams/data_stream.h>
+#include <brcore8/streams/encode_streams.h>
 #include <brcore8/streams/encodings.h>
 #include <brcore8/streams/file.h>
 #include <brcore8/streams/find.h>
@@ -111,6 +113,14 @@
 #include <brcore8/text/rtf_tables.h>
 #include <brcore8/text/scanner.h>
 #include <brcore8/text/symbol_table.h>
+#include <brcore8/views/ctrl_view.h>
+#include <brcore8/views/docking.h>
+#include <brcore8/views/frames.h>
+#include <brcore8/views/help.h>
+#include <brcore8/views/layout_map.h>
+#include <brcore8/views/pane_windows.h>
+#include <brcore8/views/view.h>
+#include <brcore8/views/wnd_spy.h>
 #include <brcore8/window/handle_map.h>
 #include <brcore8/window/menu.h>
 #include <brcore8/window/wnd.h>
