@@ -28,6 +28,7 @@
 #undef LoadString
 #else
 #include <brcore8/platform/posix/control_calls.h>
+#include <brcore8/platform/posix/dialog_calls.h>
 #include <brcore8/platform/posix/drawing_calls.h>
 #include <brcore8/platform/posix/graphics_calls.h>
 #include <brcore8/platform/posix/input_calls.h>

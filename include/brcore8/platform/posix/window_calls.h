@@ -178,8 +178,11 @@ inline const char* const IDC_HAND = MAKEINTRESOURCEA(32649);
 
 // --- The rest of the desktop --------------------------------------------------------------------
 
-// Writes "caption: text" and a line feed to standard error and returns 1, as if the box's only
-// button had been pressed. Never fails. Any thread.
+// A dialog over its owner, which is disabled until a button is pressed: the button's number. Tests
+// and other programs find it with FindWindowA("#32770", caption) and answer it by messages. Where
+// nobody could see it and nobody is known to look for it, without the part of the library that
+// draws, or without an owner on a desktop in memory, the box would wait for ever: "caption: text"
+// and a line feed go to standard error instead, and the default button counts as pressed.
 BRCORE8_API int MessageBoxA(HWND owner, const char* text, const char* caption, UINT style);
 BRCORE8_API BOOL MessageBeep(UINT kind) noexcept;
 BRCORE8_API int GetSystemMetrics(int index) noexcept;

@@ -1,8 +1,10 @@
 #include "platform/posix/desktop/controls/classes.h"
 
 #include <brcore8/platform/posix/control_calls.h>
+#include <brcore8/platform/posix/dialog_calls.h>
 
 #include "platform/posix/desktop/controls/control.h"
+#include "platform/posix/desktop/menus/menu_tracking.h"
 
 namespace brcore8::desktop {
 
@@ -19,6 +21,8 @@ std::vector<std::unique_ptr<WindowClass>> SystemClasses() {
         {WC_SCROLLBARA, &ScrollProcedure, IDC_ARROW},
         {STATUSCLASSNAMEA, &StatusBarProcedure, IDC_ARROW},
         {PROGRESS_CLASSA, &ProgressProcedure, IDC_ARROW},
+        {"#32768", &PopupMenuProcedure, IDC_ARROW},
+        {"#32770", &DefDlgProcA, IDC_ARROW},
     };
     std::vector<std::unique_ptr<WindowClass>> classes;
     ATOM atom = 0xBF00;  // below those of programs
@@ -31,6 +35,7 @@ std::vector<std::unique_ptr<WindowClass>> SystemClasses() {
         made->info.cbSize = sizeof made->info;
         made->info.style = kControl;
         made->info.lpfnWndProc = kind.procedure;
+        if (kind.procedure == &DefDlgProcA) made->info.cbWndExtra = DLGWINDOWEXTRA;
         made->info.hCursor = LoadCursorA(nullptr, kind.cursor);
         made->info.lpszClassName = made->name.c_str();
         classes.push_back(std::move(made));

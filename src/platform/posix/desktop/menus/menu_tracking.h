@@ -10,6 +10,9 @@ namespace brcore8::desktop {
 // that ask for that. Whether the message was one of those.
 bool DoMenuDefault(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+// The procedure of the windows that popups open in.
+LRESULT CALLBACK PopupMenuProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
 }  // namespace brcore8::desktop
 
 #endif

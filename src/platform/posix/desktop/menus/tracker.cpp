@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/posix/desktop/menus/menu_tracking.h"
 #include "platform/posix/desktop/menus/menu_view.h"
 
 namespace brcore8::desktop {
@@ -13,7 +14,9 @@ constexpr const char* kPopupClass = "#32768";
 constexpr UINT kGetMenuMessage = 0x01E1;
 constexpr UINT kUninitPopup = 0x0125;
 
-LRESULT CALLBACK PopupProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+}  // namespace
+
+LRESULT CALLBACK PopupMenuProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const auto handle = reinterpret_cast<HMENU>(GetWindowLongPtrA(window, GWLP_USERDATA));
     switch (message) {
         case kGetMenuMessage:
@@ -39,21 +42,6 @@ LRESULT CALLBACK PopupProcedure(HWND window, UINT message, WPARAM wParam, LPARAM
             return DefWindowProcA(window, message, wParam, lParam);
     }
 }
-
-bool RegisterPopupClass() {
-    static const bool isRegistered = [] {
-        WNDCLASSEXA info{};
-        info.cbSize = sizeof info;
-        info.style = CS_GLOBALCLASS | CS_SAVEBITS;
-        info.lpfnWndProc = &PopupProcedure;
-        info.hCursor = LoadCursorA(nullptr, IDC_ARROW);
-        info.lpszClassName = kPopupClass;
-        return RegisterClassExA(&info) != 0;
-    }();
-    return isRegistered;
-}
-
-}  // namespace
 
 thread_local Tracker* Tracker::current = nullptr;
 
@@ -87,7 +75,7 @@ bool Tracker::ShowPopup(HMENU handle, POINT at, const RECT* keepClear) {
     {
         const std::lock_guard guard(Lock());
         Menu* const menu = FindMenu(handle);
-        if (menu == nullptr || menu->window != nullptr || !RegisterPopupClass()) return false;
+        if (menu == nullptr || menu->window != nullptr) return false;
         menu->scroll = 0;
         size = LayOutPopup(*menu);
     }
