@@ -1,8 +1,10 @@
 #include <brcore8/app/frame_wnd.h>
 #include <brcore8/app/win_app.h>
+#include <brcore8/window/menu_cmd_ui.h>
 
 SIMPLEMENT_CREATABLE(SFrameWnd, SWnd, 2);
-SIMPLEMENT_MESSAGE_MAP(SFrameWnd, SWnd, SOnSize<&SFrameWnd::OnSize>());
+SIMPLEMENT_MESSAGE_MAP(SFrameWnd, SWnd, SOnSize<&SFrameWnd::OnSize>(),
+                       SOnInitMenuPopup<&SFrameWnd::OnInitMenuPopup>());
 
 int SFrameWnd::CreateFrame(const char* text, SWnd* owner) {
     return CreateEx(0, "S_Window", text, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
@@ -13,6 +15,14 @@ int SFrameWnd::OnCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info
     if (SWnd::OnCmdMsg(id, packed, extra, info)) return 1;
     SWinApp* const app = SGetApp();
     return app != nullptr ? app->OnCmdMsg(id, packed, extra, info) : 0;
+}
+
+int SFrameWnd::PreTranslateMessage(MSG* message) {
+    return accelerators_ != nullptr && TranslateAcceleratorA(GetHandle(), accelerators_, message);
+}
+
+void SFrameWnd::OnInitMenuPopup(SMenu* popup, UINT, BOOL isSystem) {
+    if (!isSystem) SUpdateMenu(popup, this, 1);
 }
 
 // --- Layout -------------------------------------------------------------------------------------

@@ -1,6 +1,7 @@
 // SFrameWnd: a top-level window of the application, its main window as a rule. Frames take part in
-// the idle updates. Their bars take strips at the edges of the client area, in the order in which
-// they were made, and a view fills what is left.
+// the idle updates, bring their menus' items up to date before a popup opens, and turn the keys of
+// their table into commands. Their bars take strips at the edges of the client area, in the order
+// in which they were made, and a view fills what is left.
 #ifndef BRCORE8_APP_FRAME_WND_H
 #define BRCORE8_APP_FRAME_WND_H
 
@@ -14,6 +15,11 @@ public:
     SFrameWnd() noexcept = default;
     // An overlapped window of "S_Window", placed by the platform. 1 or 0.
     int CreateFrame(const char* text, SWnd* owner = nullptr);
+
+    // The keys that stand for the frame's commands; the table stays the caller's. Null is none.
+    void SetAccelTable(HACCEL table) noexcept { accelerators_ = table; }
+    HACCEL GetAccelTable() const noexcept { return accelerators_; }
+    int PreTranslateMessage(MSG* message) override;
 
     // The child that fills what the bars leave; null is none. It stays the caller's. Where none was
     // set it is the child with the identifier ViewId.
@@ -29,8 +35,11 @@ protected:
     int OnCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info) override;
 
 private:
+    void OnInitMenuPopup(SMenu* popup, UINT index, BOOL isSystem);
+
     SWnd* view_ = nullptr;
     int isLayingOut_ = 0;
+    HACCEL accelerators_ = nullptr;
 };
 
 #endif
