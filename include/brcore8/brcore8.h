@@ -49,6 +49,9 @@
 #include <brcore8/core/throw.h>
 #include <brcore8/core/trace.h>
 #include <brcore8/core/version.h>
+#include <brcore8/dialogs/common_dlgs.h>
+#include <brcore8/dialogs/dlg.h>
+#include <brcore8/dialogs/property_sheet.h>
 #include <brcore8/graphics/bitmap.h>
 #include <brcore8/graphics/dc.h>
 #include <brcore8/graphics/drawing_objects.h>
@@ -123,6 +126,7 @@
 #include <brcore8/views/wnd_spy.h>
 #include <brcore8/window/handle_map.h>
 #include <brcore8/window/menu.h>
+#include <brcore8/window/menu_cmd_ui.h>
 #include <brcore8/window/wnd.h>
 
 #endif

@@ -188,6 +188,7 @@ bool brcore8::PumpOneMessage() {
     if (g_app != nullptr) return g_app->PumpMessage() != 0;
     MSG message;
     if (GetMessageA(&message, nullptr, 0, 0) == 0) return false;
+    if (SWnd::WalkPreTranslateTree(nullptr, &message)) return true;
     TranslateMessage(&message);
     DispatchMessageA(&message);
     return true;

@@ -134,6 +134,8 @@ public:
     virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
 
 protected:
+    // The window that was made is this wrapper's to destroy.
+    void Own() noexcept { bits_ |= kOwnsWindow; }
     // The window is gone and this wrapper detached; a wrapper may delete itself here.
     virtual void PostNcDestroy();
     // A message that this control sent to its parent comes back to it first: 1 when it dealt with

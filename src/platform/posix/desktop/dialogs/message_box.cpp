@@ -162,7 +162,7 @@ INT_PTR CALLBACK BoxProcedure(HWND window, UINT message, WPARAM wParam, LPARAM l
             const bool isThere = std::any_of(choices.begin(), choices.end(),
                                              [=](const Choice& each) { return each.id == id; });
             if (isThere) EndDialog(window, id);
-            if (!isThere && id == IDCANCEL && choices.size() == 1) EndDialog(window, IDOK);
+            if (!isThere && id == IDCANCEL && choices.size() == 1) EndDialog(window, IDCANCEL);
             return 1;
         }
         case WM_PAINT:
