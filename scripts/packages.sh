@@ -10,6 +10,10 @@ libcli11-dev /usr/include/CLI/CLI.hpp
 zlib1g-dev /usr/include/zlib.h
 libsqlite3-dev /usr/include/sqlite3.h
 pkg-config pkg-config
+libxcb-icccm4-dev /usr/include/xcb/xcb_icccm.h
+libxcb-cursor-dev /usr/include/xcb/xcb_cursor.h
+libxcb-xkb-dev /usr/include/xcb/xkb.h
+libxkbcommon-x11-dev /usr/include/xkbcommon/xkbcommon-x11.h
 libpango1.0-dev /usr/include/pango-1.0/pango/pangocairo.h
 fonts-dejavu-core /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf
 '
@@ -33,6 +37,7 @@ wine wine
 wine64 /usr/lib/wine/wine64
 xvfb Xvfb
 xauth xauth
+xdotool xdotool
 doxygen doxygen
 '
 

@@ -3,6 +3,7 @@
 #include <brcore8/core/version.h>
 
 #include "platform/platform.h"
+#include "platform/posix/desktop/screen.h"
 
 #include <sqlite3.h>
 #include <sys/utsname.h>
@@ -42,7 +43,10 @@ std::span<const PlatformPart> PlatformParts() {
         {"log viewer", "xdg-open, else a text editor in a terminal"},
         {"module search", "PATH, in any case"},
         {"message boxes", "none; the text goes to standard error"},
-        {"windows", "none"},
+        {"windows", "built in"},
+        {"drawing", desktop::TheDisplay() != nullptr ? "Cairo and Pango" : "none"},
+        {"screen", desktop::TheScreen() != nullptr ? "X11" : "memory"},
+        {"list and tree views", "none"},
     };
     return Parts;
 }

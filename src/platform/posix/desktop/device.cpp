@@ -76,8 +76,11 @@ std::shared_ptr<Surface> SurfaceOf(Window& top) {
     const std::shared_ptr<Surface> old = std::move(top.surface);
     top.surface = nullptr;
     if (display != nullptr) top.surface = display->NewSurface(size);
-    if (old != nullptr && top.surface != nullptr) {
-        const RECT whole{0, 0, size.cx, size.cy};
+    if (top.surface == nullptr) return nullptr;
+    // What a window without a background leaves out looks like paper.
+    const RECT whole{0, 0, size.cx, size.cy};
+    top.surface->Fill(Clip(&whole, 1), whole, GetSysColor(COLOR_WINDOW));
+    if (old != nullptr) {
         const SIZE was = old->GetSize();
         top.surface->Copy(Clip(&whole, 1), {0, 0}, *old, {0, 0, was.cx, was.cy}, false);
     }

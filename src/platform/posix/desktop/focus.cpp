@@ -49,6 +49,7 @@ HWND Activate(HWND handle, bool isClick) {
         SendMessageA(old, WM_ACTIVATE, WA_INACTIVE, reinterpret_cast<LPARAM>(handle));
     }
     if (handle != nullptr && thread.active == handle) {
+        if (Screen* const screen = TheScreen()) screen->Activate(handle);
         SendMessageA(handle, WM_NCACTIVATE, 1, 0);
         SendMessageA(handle, WM_ACTIVATE, isClick ? WA_CLICKACTIVE : WA_ACTIVE,
                      reinterpret_cast<LPARAM>(old));
@@ -75,7 +76,6 @@ BOOL SetForegroundWindow(HWND handle) {
     if (Find(handle) == nullptr) return 0;
     BringWindowToTop(handle);
     SetActiveWindow(handle);
-    if (Screen* const screen = TheScreen()) screen->Activate(handle);
     return 1;
 }
 

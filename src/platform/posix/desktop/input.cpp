@@ -167,6 +167,7 @@ void AddKey(const KEYBDINPUT& key) {
     if ((key.dwFlags & KEYEVENTF_UNICODE) != 0) {
         code = VK_PACKET;
         input.text = key.wScan;
+        input.knowsText = true;
         input.scan = 0;
     } else if ((key.dwFlags & KEYEVENTF_SCANCODE) != 0) {
         code = MapVirtualKeyA(key.wScan, MAPVK_VSC_TO_VK);

@@ -17,6 +17,7 @@ struct Input {
     WORD scan = 0;
     bool isExtended = false;  // of the keys that a keyboard has twice, the later one
     char32_t text = 0;        // what the key means, where whoever tells of it knows
+    bool knowsText = false;   // and if that is nothing
     int wheel = 0;
     POINT at{};      // of the mouse, on the screen
     DWORD time = 0;  // 0: now

@@ -207,6 +207,7 @@ bool MakeKey(Thread& thread, const Input& input, MSG& out, bool removes) {
     PressForThread(thread, input.key, isDown);
     if (key != input.key) PressForThread(thread, key, isDown);
     thread.text = input.text;
+    thread.knowsText = input.knowsText;
     return true;
 }
 

@@ -203,7 +203,7 @@ char32_t MeaningOf(const Thread& thread, const MSG& message) noexcept {
     const MSG& last = thread.current;
     const bool isLast = last.message == message.message && last.wParam == message.wParam &&
                         last.lParam == message.lParam && last.time == message.time;
-    if (isLast && thread.text != 0) return thread.text;
+    if (isLast && (thread.text != 0 || thread.knowsText)) return thread.text;
     return CharacterOf(static_cast<UINT>(message.wParam), thread.keys);
 }
 

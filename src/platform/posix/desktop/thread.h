@@ -75,6 +75,7 @@ struct Thread {
     MSG current{};            // taken last
     BYTE keys[256] = {};      // as of the last input taken: 0x80 is down, 1 is on
     char32_t text = 0;        // what the last key means, where its driver knows
+    bool knowsText = false;   // and if that is nothing
     bool isAltAlone = false;  // no other key since it went down
     Click click;
     Caret caret;
