@@ -34,6 +34,8 @@ protected:
         std::filesystem::remove_all(folder_);
     }
 
+    // This case's own, empty at first.
+    const std::filesystem::path& Folder() const { return folder_; }
     // Where the stores are, if they are files.
     std::string UserStore() const { return (folder_ / "user.db").string(); }
     std::string MachineStore() const { return (folder_ / "machine.db").string(); }
