@@ -18,8 +18,10 @@
 #include <deque>
 #include <list>
 #include <map>
+#include <random>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "bench.h"
@@ -28,8 +30,7 @@ namespace {
 
 using bench::Compete;
 
-// Keys in an order that is neither sorted nor random to the cache alone; even ones, so that the odd
-// ones are missing.
+// Even numbers, so that the odd ones are missing.
 int Scattered(int i) {
     return static_cast<int>(static_cast<std::uint32_t>(i) * 2654435761u & 0x7FFFFFFE);
 }
@@ -44,13 +45,17 @@ Key KeyOf(int number) {
         return Key(std::string_view("key of the part " + std::to_string(number)));
 }
 
+// Keys in a random order, another one for each `seed`: what is looked up comes neither in the order
+// in which it lies in memory nor in one that the processor could learn.
 template <class Key>
-const std::vector<Key>& Keys(int count, int offset = 0) {
-    static std::map<std::pair<int, int>, std::vector<Key>> made;
-    std::vector<Key>& keys = made[{count, offset}];
-    if (keys.empty())
+const std::vector<Key>& Keys(int count, int offset = 0, unsigned seed = 1) {
+    static std::map<std::tuple<int, int, unsigned>, std::vector<Key>> made;
+    std::vector<Key>& keys = made[{count, offset, seed}];
+    if (keys.empty()) {
         for (int i = 0; i < count; ++i)
             keys.push_back(KeyOf<Key>(Scattered(i) + offset));
+        std::shuffle(keys.begin(), keys.end(), std::mt19937(seed));
+    }
     return keys;
 }
 
@@ -144,7 +149,7 @@ void Insert(benchmark::State& state) {
 }
 template <class Map, int Count, int Offset>
 void Find(benchmark::State& state) {
-    const auto& keys = Keys<typename Map::KeyType>(Count, Offset);
+    const auto& keys = Keys<typename Map::KeyType>(Count, Offset, 2);
     Map map;
     Fill<Map, Count>(map);
     for (auto _ : state) {
@@ -172,12 +177,13 @@ void Iterate(benchmark::State& state) {
 // The filling does not count.
 template <class Map, int Count>
 void Erase(benchmark::State& state) {
+    Keys<typename Map::KeyType>(Count, 0, 2);
     for (auto _ : state) {
         state.PauseTiming();
         Map map;
         Fill<Map, Count>(map);
         state.ResumeTiming();
-        for (const auto& key : Keys<typename Map::KeyType>(Count))
+        for (const auto& key : Keys<typename Map::KeyType>(Count, 0, 2))
             map.Remove(key);
         benchmark::DoNotOptimize(map);
     }

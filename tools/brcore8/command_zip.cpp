@@ -63,19 +63,34 @@ std::string MethodOf(const SZipEntry& entry) {
                                                     : std::to_string(entry.GetMethod());
 }
 
+// Archives list tens of thousands of these: printf would take most of the time.
 std::string ModifiedOf(const SZipEntry& entry) {
     const SCalendarTime time = entry.GetModified();
-    char text[80];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", time.year, time.month,
-                  time.day, time.hour, time.minute, time.second);
+    std::string text = "0000-00-00 00:00:00";
+    const auto put = [&text](std::size_t end, int number) {
+        for (; number > 0 && end > 0; number /= 10)
+            text[--end] = static_cast<char>('0' + number % 10);
+    };
+    put(4, time.year);
+    put(7, time.month);
+    put(10, time.day);
+    put(13, time.hour);
+    put(16, time.minute);
+    put(19, time.second);
+    return text;
+}
+
+std::string HexOf(std::uint32_t number) {
+    std::string text(8, '0');
+    for (std::size_t at = 8; number != 0; number >>= 4)
+        text[--at] = "0123456789abcdef"[number & 15];
     return text;
 }
 
 std::string TsvRow(const SZipEntry& entry) {
-    char crc[9];
-    std::snprintf(crc, sizeof crc, "%08x", static_cast<unsigned>(entry.GetCrc32()));
     return Row({entry.GetName(), MethodOf(entry), std::to_string(entry.GetCompressedSize()),
-                std::to_string(entry.GetSize()), crc, ModifiedOf(entry), entry.GetComment()});
+                std::to_string(entry.GetSize()), HexOf(entry.GetCrc32()), ModifiedOf(entry),
+                entry.GetComment()});
 }
 
 std::string TableRow(const SZipEntry& entry) {

@@ -53,19 +53,40 @@ Action PrepareParts(CLI::App& parser, const Settings& settings, std::span<const 
     return [&parser, actions] { return actions->at(parser.get_subcommands().front())(); };
 }
 
+namespace {
+
+// The letter behind the backslash that stands for the byte; 0 for most, which stand for themselves.
+char EscapeOf(char byte) {
+    switch (byte) {
+        case '\t':
+            return 't';
+        case '\r':
+            return 'r';
+        case '\n':
+            return 'n';
+        case '\\':
+            return '\\';
+        default:
+            return 0;
+    }
+}
+
+}  // namespace
+
 std::string Row(std::initializer_list<std::string_view> fields) {
     std::string row;
     for (const std::string_view& field : fields) {
         if (&field != fields.begin()) row += '\t';
-        for (const char byte : field) {
-            const std::size_t special = std::string_view("\t\r\n\\").find(byte);
-            if (special == std::string_view::npos)
-                row += byte;
-            else
-                (row += '\\') += "trn\\"[special];
+        std::size_t copied = 0;
+        for (std::size_t at = 0; at < field.size(); ++at) {
+            const char letter = EscapeOf(field[at]);
+            if (letter == 0) continue;
+            ((row += field.substr(copied, at - copied)) += '\\') += letter;
+            copied = at + 1;
         }
+        row += field.substr(copied);
     }
-    return row + '\n';
+    return row += '\n';
 }
 
 int Print(const std::string& text) {

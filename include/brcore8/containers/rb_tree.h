@@ -45,6 +45,12 @@ protected:
         std::int32_t color;
         void* Element() { return this + 1; }
         const void* Element() const { return this + 1; }
+        // The right link for 1, the left one for 0.
+        Entry* Child(std::size_t isRight) const {
+            constexpr std::size_t kStep = offsetof(Entry, right) - offsetof(Entry, left);
+            return *reinterpret_cast<Entry* const*>(reinterpret_cast<const char*>(&left) +
+                                                    isRight * kStep);
+        }
     };
     static_assert(sizeof(void*) != 4 || sizeof(Entry) == 16);
 
@@ -180,7 +186,6 @@ private:
             entry = parent;
         return parent;
     }
-    static Entry* Select(std::uintptr_t which, Entry* first, Entry* second);
     Place PlaceOf(std::intptr_t key) const;
     Entry* NewCopy(const void* value);
     Entry* CloneEntries(const __STree& other);
@@ -213,27 +218,19 @@ __STree::Place __STree::Descend(Order order) const {
     return place;
 }
 
-// The first where all bits of `which` are set, the second where none is.
-inline __STree::Entry* __STree::Select(std::uintptr_t which, Entry* first, Entry* second) {
-    const auto one = reinterpret_cast<std::uintptr_t>(first);
-    const auto other = reinterpret_cast<std::uintptr_t>(second);
-    return reinterpret_cast<Entry*>(((one ^ other) & which) ^ other);
-}
-
 template <class Before, class After>
 __STree::Place __STree::DescendStraight(Before before, After after) const {
-    Entry* found = nullptr;
+    // Where it last went to the left, and to the right. Both the link and this place are indexed by
+    // the answer, so that nothing has to be foretold and the next search begins before this one has
+    // ended.
+    Entry* last[2] = {nullptr, nullptr};
     Entry* parent = nullptr;
-    // Both links are read and one is selected by arithmetic, which no compiler takes for a branch:
-    // nothing has to be foretold, and the next search begins before this one has ended.
     for (Entry* entry = root_; entry != nullptr;) {
-        Entry* const lower = entry->left;
-        Entry* const higher = entry->right;
-        const auto right = std::uintptr_t{0} - before(entry->Element());
-        parent = entry;
-        found = Select(right, found, entry);
-        entry = Select(right, higher, lower);
+        const auto right = std::size_t{before(entry->Element())};
+        last[right] = parent = entry;
+        entry = entry->Child(right);
     }
+    Entry* found = last[0];
     const int left = found == parent;
     if (found != nullptr && after(found->Element())) found = nullptr;
     return {found, parent, left};
