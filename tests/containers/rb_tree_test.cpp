@@ -7,6 +7,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "containers/support.h"
 #include "support/failing_allocator.h"
@@ -145,6 +146,27 @@ TEST(RbTreeTest, AgreesWithAModel) {
             ASSERT_EQ(place->first, (--at)->key);
     }
     EXPECT_EQ(0, Counted::live);
+}
+
+// Ten million steps: what goes wrong once in a million shows too.
+TEST(RbTreeTest, KeepsItsRulesForLong) {
+    constexpr unsigned kSteps = 10'000'000, kKeys = 512;
+    std::mt19937 random(5);
+    STreeMap<unsigned, unsigned> map;
+    std::vector<bool> model(kKeys);
+    for (unsigned step = 0; step < kSteps; ++step) {
+        const unsigned key = random() % kKeys;
+        if (random() % 2 == 0) {
+            map.Add(key, step);
+            model[key] = true;
+        } else {
+            ASSERT_EQ(map.Remove(key), int{model[key]}) << step;
+            model[key] = false;
+        }
+        if (step % 1000 == 0) ASSERT_TRUE(map.AssertValid()) << step;
+    }
+    for (unsigned key = 0; key < kKeys; ++key)
+        ASSERT_EQ(map.Contains(key), int{model[key]}) << key;
 }
 
 // A comparison that is no order ends every operation and spoils no link or colour.
