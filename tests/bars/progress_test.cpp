@@ -30,6 +30,36 @@ private:
 };
 SIMPLEMENT_MESSAGE_MAP(STestWorkFrame, SFrameWnd, SOnMessage<&STestWorkFrame::OnRun>(kRun));
 
+// Answers the next question box. Its loop dispatches the timer.
+struct Answer {
+    static inline int button = 0;
+    static inline int boxes = 0;
+    static inline bool quits = false;
+
+    static void CALLBACK Look(HWND, UINT, UINT_PTR timer, DWORD) {
+        const HWND box = ::FindWindowA("#32770", nullptr);
+        if (box == nullptr) return;
+        ::KillTimer(nullptr, timer);
+        ++boxes;
+        char text[100] = {};
+        ::GetWindowTextA(::GetDlgItem(box, 0xFFFF), text, sizeof text);
+        EXPECT_STREQ(text, "Do you really want to cancel operation?");
+        EXPECT_NE(::GetDlgItem(box, IDYES), nullptr);
+        EXPECT_NE(::GetDlgItem(box, IDNO), nullptr);
+        quits ? ::PostQuitMessage(9) : void(::PostMessageA(box, WM_COMMAND, button, 0));
+    }
+    static void With(int which) {
+        button = which;
+        quits = false;
+        boxes = 0;
+        ::SetTimer(nullptr, 0, 10, &Look);
+    }
+    static void WithQuit() {
+        With(0);
+        quits = true;
+    }
+};
+
 class Progress : public testing::Test {
 protected:
     Progress() {
@@ -135,12 +165,41 @@ TEST_F(Progress, PollsOnlyWhatCanBeCancelled) {
     EXPECT_EQ(bar->PollCancel(), 0) << "nothing waits";
 }
 
+TEST_F(Progress, AsksWhetherItWasMeant) {
+    bar->StartProgress(1);
+    // No: the operation goes on until it is asked for again.
+    PressEscape();
+    Answer::With(IDNO);
+    EXPECT_EQ(bar->PollCancel(), 0);
+    EXPECT_EQ(Answer::boxes, 1);
+    EXPECT_EQ(bar->PollCancel(), 0);
+    EXPECT_EQ(Answer::boxes, 1);
+    EXPECT_TRUE(bar->GetCancelButton().IsWindowEnabled());
+    // The button, and yes.
+    bar->GetCancelButton().Click();
+    Answer::With(IDYES);
+    EXPECT_NE(bar->PollCancel(), 0);
+    EXPECT_EQ(Answer::boxes, 1);
+    bar->EndProgress();
+    bar->StartProgress(1);
+    EXPECT_EQ(bar->PollCancel(), 0) << "forgotten";
+}
+
 TEST_F(Progress, EndsWithTheProgram) {
     bar->StartProgress(1);
     InPoll([] { ::PostQuitMessage(7); });
     EXPECT_EQ(bar->PollCancel(), 1);
     EXPECT_TRUE(TakeQuit(7));
     EXPECT_FALSE(TakeQuit(7)) << "once";
+
+    bar->EndProgress();
+    bar->StartProgress(1);
+    PressEscape();
+    Answer::WithQuit();
+    EXPECT_EQ(bar->PollCancel(), 1);
+    EXPECT_EQ(Answer::boxes, 1);
+    EXPECT_TRUE(TakeQuit(9));
+    EXPECT_FALSE(TakeQuit(9)) << "once";
 }
 
 TEST_F(Progress, SurvivesWhatHandlersDo) {
