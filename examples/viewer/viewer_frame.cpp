@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <string_view>
 
 namespace viewer {
@@ -38,6 +39,7 @@ SViewerFrame::SViewerFrame() : settings_(SRegistry::ApplicationRoot() + "Viewer"
 
 int SViewerFrame::Make() {
     if (!CreateFrame("Viewer") || !MakeMenu() || !MakeView() || !MakeStatusBar()) return 0;
+    MakeKeys();
     settings_.Load();
     settings_.Apply(*this);
     RecalcLayout();
@@ -82,6 +84,18 @@ int SViewerFrame::MakeMenu() {
         }
     }
     return ::SetMenu(GetHandle(), bar);
+}
+
+void SViewerFrame::MakeKeys() {
+    constexpr BYTE kKey = FVIRTKEY, kControl = FVIRTKEY | FCONTROL;
+    ACCEL keys[] = {{kControl, 'O', kOpen},
+                    {kControl, 'A', kSelectAll},
+                    {kControl, VK_OEM_PLUS, kLarger},
+                    {kControl, VK_OEM_MINUS, kSmaller},
+                    {kKey, VK_F5, kReload},
+                    {kKey, VK_RETURN, kShowEntry},
+                    {kKey, VK_BACK, kBack}};
+    SetAccelTable(::CreateAcceleratorTableA(keys, static_cast<int>(std::size(keys))));
 }
 
 int SViewerFrame::MakeView() {
@@ -185,26 +199,6 @@ void SViewerFrame::ChangeFont(int pixels) {
 }
 
 // --- The window ---------------------------------------------------------------------------------
-
-int SViewerFrame::PreTranslateMessage(MSG* message) {
-    if (message->message != WM_KEYDOWN || ::IsWindowEnabled(GetHandle()) == 0) return 0;
-    struct Key {
-        WPARAM key;
-        bool withControl;
-        UINT command;
-    };
-    static constexpr Key keys[] = {{'O', true, kOpen},           {'A', true, kSelectAll},
-                                   {VK_OEM_PLUS, true, kLarger}, {VK_OEM_MINUS, true, kSmaller},
-                                   {VK_F5, false, kReload},      {VK_RETURN, false, kShowEntry},
-                                   {VK_BACK, false, kBack}};
-    const bool hasControl = ::GetKeyState(VK_CONTROL) < 0;
-    for (const Key& key : keys) {
-        if (key.key != message->wParam || key.withControl != hasControl) continue;
-        SendMessage(WM_COMMAND, key.command);
-        return 1;
-    }
-    return 0;
-}
 
 void SViewerFrame::OnClose() {
     if (status_.InProgress()) return;  // Cancel comes first

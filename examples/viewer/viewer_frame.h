@@ -38,6 +38,7 @@ class SViewerFrame : public SFrameWnd {
 
 public:
     SViewerFrame();
+    ~SViewerFrame() override { ::DestroyAcceleratorTable(GetAccelTable()); }
 
     // The window with all that is in it, hidden, where it was the last time. 1 or 0.
     int Make();
@@ -52,12 +53,9 @@ public:
     void SetPatience(std::chrono::milliseconds patience) noexcept { patience_ = patience; }
     const SMainWndSettings& GetSettings() const noexcept { return settings_; }
 
-protected:
-    // Ctrl with O, A, plus and minus, F5, Enter and Backspace.
-    int PreTranslateMessage(MSG* message) override;
-
 private:
     int MakeMenu();
+    void MakeKeys();
     int MakeView();
     int MakeStatusBar();
     void ShowDocument(Document&& document);
