@@ -6,13 +6,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
 #include <string_view>
 
-#include "settings_home.h"
+#include "support/settings_home.h"
 #include "viewer_frame.h"
 
 namespace {
