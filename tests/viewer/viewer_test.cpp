@@ -225,7 +225,12 @@ TEST_F(Viewer, ComesBackWhereItWas) {
 // The picture in the documents is this one.
 TEST_F(Viewer, LooksLikeAViewer) {
     frame->SetWindowPos(nullptr, 0, 0, 640, 400, SWP_NOZORDER);
-    ASSERT_EQ(frame->OpenFile(Archive(12)), 1);
+    Archive(12);
+    const std::filesystem::path here = std::filesystem::current_path();
+    std::filesystem::current_path(Folder());
+    const int isOpen = frame->OpenFile("parts.zip");
+    std::filesystem::current_path(here);
+    ASSERT_EQ(isOpen, 1);
     Choose(viewer::kDetails);
     Idle();
     Drain();
