@@ -1,51 +1,19 @@
 #include "display/x_screen.h"
 
-#include <xcb/xcb.h>
-#include <xcb/xcb_cursor.h>
 #include <xcb/xcb_icccm.h>
 
 #include <brcore8/platform/posix/window_constants.h>
-#include <brcore8/platform/posix/window_messages.h>
 
 #include <algorithm>
-#include <chrono>
-#include <condition_variable>
-#include <cstdlib>
 #include <cstring>
-#include <map>
-#include <memory>
-#include <mutex>
 #include <thread>
-#include <vector>
 
 #include "display/cairo_surface.h"
-#include "display/x_keyboard.h"
+#include "display/x_server.h"
 
 namespace brcore8::desktop {
 
 namespace {
-
-template <class Reply>
-struct Free {
-    void operator()(Reply* reply) const noexcept { std::free(reply); }
-};
-template <class Reply>
-using Owned = std::unique_ptr<Reply, Free<Reply>>;
-
-template <class Reply>
-Owned<Reply> Own(Reply* reply) noexcept {
-    return Owned<Reply>(reply);
-}
-
-struct XWindow {
-    HWND window = nullptr;
-    xcb_window_t id = 0;
-    RECT rect{};
-    std::string title;
-    bool isMapped = false;
-    bool isFramed = false;
-    bool isMinimized = false;
-};
 
 constexpr std::uint32_t kEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
                                   XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_KEY_PRESS |
@@ -54,71 +22,11 @@ constexpr std::uint32_t kEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUC
 constexpr std::uint16_t kPointerEvents =
     XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
 
-// Calls of the desktop hold its lock when they take this one's; the thread of the events holds
-// neither when it tells the desktop.
-class XScreen final : public Screen {
-public:
-    explicit XScreen(ScreenListener& listener) : listener_(listener) {}
+std::uint16_t Extent(LONG size) noexcept {
+    return static_cast<std::uint16_t>(std::clamp<LONG>(size, 1, 32767));
+}
 
-    bool Open();
-
-    SIZE GetSize() const noexcept override {
-        return {screen_->width_in_pixels, screen_->height_in_pixels};
-    }
-    unsigned GetDpi() const noexcept override { return dpi_; }
-    void Show(const WindowLook& look) override;
-    void Remove(HWND window) noexcept override;
-    void Activate(HWND window) noexcept override;
-    void Present(HWND window, Surface& surface, bool isWhole) override;
-    void SetCursor(unsigned number) noexcept override;
-    void SetPointer(POINT at) noexcept override;
-    void Capture(HWND window) noexcept override;
-    void OfferText(std::string text) override;
-    bool OwnsText() const noexcept override;
-    std::string AskForText() override;
-
-private:
-    using Guard = std::lock_guard<std::recursive_mutex>;
-
-    xcb_atom_t Atom(const char* name);
-    unsigned ReadDpi();
-    XWindow* Find(HWND window) noexcept;
-    HWND Known(xcb_window_t id) noexcept;
-    XWindow& Make(const WindowLook& look);
-    void SetTitle(XWindow& window, const std::string& title);
-    void SetHints(const XWindow& window, const WindowLook& look);
-    xcb_cursor_t CursorOf(unsigned number);
-
-    void Run();
-    void Take(const xcb_generic_event_t& event);
-    void TakePlace(const xcb_configure_notify_event_t& event);
-    void TakeButton(const xcb_button_press_event_t& event, bool isDown);
-    void TakeKey(const xcb_key_press_event_t& event, bool isDown);
-    void TakeRequest(const xcb_selection_request_event_t& event);
-    void TakeSelection(const xcb_selection_notify_event_t& event);
-
-    ScreenListener& listener_;
-    mutable std::recursive_mutex lock_;
-    xcb_connection_t* connection_ = nullptr;
-    xcb_screen_t* screen_ = nullptr;
-    xcb_gcontext_t context_ = 0;
-    xcb_cursor_context_t* cursors_ = nullptr;
-    std::map<unsigned, xcb_cursor_t> loaded_;
-    xcb_cursor_t cursor_ = 0;
-    unsigned dpi_ = 96;
-    XKeyboard keyboard_;
-    std::vector<XWindow> windows_;
-    std::vector<unsigned char> rows_;
-
-    xcb_atom_t protocols_ = 0, deleteWindow_ = 0, netName_ = 0, utf8_ = 0;
-    xcb_atom_t clipboard_ = 0, targets_ = 0, pasted_ = 0, changeState_ = 0;
-    xcb_window_t hidden_ = 0;  // owns the clipboard
-    std::string offered_;
-    bool isOwner_ = false;
-    std::condition_variable_any arrived_;
-    bool isAsking_ = false;
-    std::string answer_;
-};
+}  // namespace
 
 // --- Opening ------------------------------------------------------------------------------------
 
@@ -198,10 +106,6 @@ HWND XScreen::Known(xcb_window_t id) noexcept {
     for (const XWindow& each : windows_)
         if (each.id == id) return each.window;
     return nullptr;
-}
-
-std::uint16_t Extent(LONG size) noexcept {
-    return static_cast<std::uint16_t>(std::clamp<LONG>(size, 1, 32767));
 }
 
 XWindow& XScreen::Make(const WindowLook& look) {
@@ -393,217 +297,6 @@ void XScreen::Capture(HWND window) noexcept {
                                    XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
     xcb_flush(connection_);
 }
-
-// --- The clipboard ------------------------------------------------------------------------------
-
-void XScreen::OfferText(std::string text) {
-    const Guard guard(lock_);
-    offered_ = std::move(text);
-    isOwner_ = true;
-    xcb_set_selection_owner(connection_, hidden_, clipboard_, XCB_CURRENT_TIME);
-    xcb_flush(connection_);
-}
-
-bool XScreen::OwnsText() const noexcept {
-    const Guard guard(lock_);
-    return isOwner_;
-}
-
-std::string XScreen::AskForText() {
-    std::unique_lock lock(lock_);
-    const auto owner = Own(xcb_get_selection_owner_reply(
-        connection_, xcb_get_selection_owner(connection_, clipboard_), nullptr));
-    if (owner == nullptr || owner->owner == XCB_NONE) return "";
-    isAsking_ = true;
-    answer_.clear();
-    xcb_convert_selection(connection_, hidden_, clipboard_, utf8_, pasted_, XCB_CURRENT_TIME);
-    xcb_flush(connection_);
-    arrived_.wait_for(lock, std::chrono::seconds(1), [this] { return !isAsking_; });
-    isAsking_ = false;
-    return std::move(answer_);
-}
-
-void XScreen::TakeSelection(const xcb_selection_notify_event_t& event) {
-    const auto reply =
-        event.property != XCB_NONE
-            ? Own(xcb_get_property_reply(
-                  connection_,
-                  xcb_get_property(connection_, 1, hidden_, pasted_, utf8_, 0, 0x1000000), nullptr))
-            : nullptr;
-    const Guard guard(lock_);
-    if (reply != nullptr)
-        answer_.assign(static_cast<const char*>(xcb_get_property_value(reply.get())),
-                       static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
-    isAsking_ = false;
-    arrived_.notify_all();
-}
-
-void XScreen::TakeRequest(const xcb_selection_request_event_t& event) {
-    const Guard guard(lock_);
-    xcb_selection_notify_event_t answer{};
-    answer.response_type = XCB_SELECTION_NOTIFY;
-    answer.time = event.time;
-    answer.requestor = event.requestor;
-    answer.selection = event.selection;
-    answer.target = event.target;
-    answer.property = event.property != XCB_NONE ? event.property : event.target;
-    const xcb_atom_t formats[] = {targets_, utf8_};
-    if (event.target == targets_)
-        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, event.requestor, answer.property,
-                            XCB_ATOM_ATOM, 32, 2, formats);
-    else if (event.target == utf8_)
-        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, event.requestor, answer.property,
-                            utf8_, 8, static_cast<std::uint32_t>(offered_.size()), offered_.data());
-    else
-        answer.property = XCB_NONE;
-    xcb_send_event(connection_, 0, event.requestor, 0, reinterpret_cast<const char*>(&answer));
-    xcb_flush(connection_);
-}
-
-// --- Events -------------------------------------------------------------------------------------
-
-void XScreen::Run() {
-    while (xcb_generic_event_t* const event = xcb_wait_for_event(connection_)) {
-        try {
-            Take(*event);
-        } catch (const std::exception&) {
-            // Without memory an event is lost; the next may find some.
-        }
-        std::free(event);
-    }
-    // The server is gone, and nobody can use the windows any more.
-    std::vector<HWND> left;
-    {
-        const Guard guard(lock_);
-        for (const XWindow& each : windows_)
-            left.push_back(each.window);
-    }
-    for (const HWND window : left)
-        listener_.OnClose(window);
-}
-
-template <class Event>
-const Event& As(const xcb_generic_event_t& event) noexcept {
-    return reinterpret_cast<const Event&>(event);
-}
-
-void XScreen::Take(const xcb_generic_event_t& event) {
-    switch (event.response_type & 0x7F) {
-        case XCB_EXPOSE:
-            listener_.OnExpose(Known(As<xcb_expose_event_t>(event).window));
-            break;
-        case XCB_CONFIGURE_NOTIFY:
-            TakePlace(As<xcb_configure_notify_event_t>(event));
-            break;
-        // Someone else's doing: our own windows are forgotten before they go.
-        case XCB_DESTROY_NOTIFY:
-            listener_.OnClose(Known(As<xcb_destroy_notify_event_t>(event).window));
-            break;
-        case XCB_CLIENT_MESSAGE: {
-            const auto& message = As<xcb_client_message_event_t>(event);
-            if (message.data.data32[0] == deleteWindow_) listener_.OnClose(Known(message.window));
-            break;
-        }
-        case XCB_FOCUS_IN:
-        case XCB_FOCUS_OUT: {
-            const auto& focus = As<xcb_focus_in_event_t>(event);
-            const bool isReal = (focus.mode == XCB_NOTIFY_MODE_NORMAL ||
-                                 focus.mode == XCB_NOTIFY_MODE_WHILE_GRABBED) &&
-                                focus.detail != XCB_NOTIFY_DETAIL_POINTER;
-            if (isReal)
-                listener_.OnActivate(Known(focus.event),
-                                     (event.response_type & 0x7F) == XCB_FOCUS_IN);
-            break;
-        }
-        case XCB_BUTTON_PRESS:
-        case XCB_BUTTON_RELEASE:
-            TakeButton(As<xcb_button_press_event_t>(event),
-                       (event.response_type & 0x7F) == XCB_BUTTON_PRESS);
-            break;
-        case XCB_MOTION_NOTIFY: {
-            const auto& motion = As<xcb_motion_notify_event_t>(event);
-            Input input;
-            input.message = WM_MOUSEMOVE;
-            input.at = {motion.root_x, motion.root_y};
-            input.window = Known(motion.event);
-            listener_.OnInput(input);
-            break;
-        }
-        case XCB_KEY_PRESS:
-        case XCB_KEY_RELEASE:
-            TakeKey(As<xcb_key_press_event_t>(event),
-                    (event.response_type & 0x7F) == XCB_KEY_PRESS);
-            break;
-        case XCB_MAPPING_NOTIFY:
-            keyboard_.Reload();
-            break;
-        case XCB_SELECTION_REQUEST:
-            TakeRequest(As<xcb_selection_request_event_t>(event));
-            break;
-        case XCB_SELECTION_NOTIFY:
-            TakeSelection(As<xcb_selection_notify_event_t>(event));
-            break;
-        case XCB_SELECTION_CLEAR: {
-            const Guard guard(lock_);
-            isOwner_ = false;
-            break;
-        }
-        default:
-            break;
-    }
-}
-
-// Places are told within the manager's frame; on the screen they are asked for.
-void XScreen::TakePlace(const xcb_configure_notify_event_t& event) {
-    const auto place = Own(xcb_translate_coordinates_reply(
-        connection_, xcb_translate_coordinates(connection_, event.window, screen_->root, 0, 0),
-        nullptr));
-    if (place == nullptr) return;
-    const RECT rect{place->dst_x, place->dst_y, place->dst_x + event.width,
-                    place->dst_y + event.height};
-    HWND window = nullptr;
-    {
-        const Guard guard(lock_);
-        for (XWindow& each : windows_) {
-            if (each.id != event.window || std::memcmp(&each.rect, &rect, sizeof rect) == 0)
-                continue;
-            each.rect = rect;
-            window = each.window;
-        }
-    }
-    if (window != nullptr) listener_.OnPlace(window, rect);
-}
-
-void XScreen::TakeButton(const xcb_button_press_event_t& event, bool isDown) {
-    struct Row {
-        int button;
-        UINT down, up;
-        BYTE key;
-        int wheel;
-    };
-    static constexpr Row kRows[] = {{1, WM_LBUTTONDOWN, WM_LBUTTONUP, VK_LBUTTON, 0},
-                                    {2, WM_MBUTTONDOWN, WM_MBUTTONUP, VK_MBUTTON, 0},
-                                    {3, WM_RBUTTONDOWN, WM_RBUTTONUP, VK_RBUTTON, 0},
-                                    {4, WM_MOUSEWHEEL, 0, 0, WHEEL_DELTA},
-                                    {5, WM_MOUSEWHEEL, 0, 0, -WHEEL_DELTA}};
-    for (const Row& row : kRows) {
-        if (row.button != event.detail) continue;
-        Input input;
-        input.message = isDown ? row.down : row.up;
-        input.key = row.key;
-        input.wheel = row.wheel;
-        input.at = {event.root_x, event.root_y};
-        input.window = Known(event.event);
-        if (input.message != 0) listener_.OnInput(input);
-    }
-}
-
-void XScreen::TakeKey(const xcb_key_press_event_t& event, bool isDown) {
-    const Input input = keyboard_.InputOf(event, isDown);
-    if (input.key != 0) listener_.OnInput(input);
-}
-
-}  // namespace
 
 Screen* OpenXScreen(ScreenListener& listener) noexcept {
     try {

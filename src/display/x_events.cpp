@@ -1,0 +1,226 @@
+// What the X server tells, and what travels through its clipboard.
+
+#include <brcore8/platform/posix/window_constants.h>
+#include <brcore8/platform/posix/window_messages.h>
+
+#include <chrono>
+#include <cstring>
+
+#include "display/x_server.h"
+
+namespace brcore8::desktop {
+
+// --- The clipboard ------------------------------------------------------------------------------
+
+void XScreen::OfferText(std::string text) {
+    const Guard guard(lock_);
+    offered_ = std::move(text);
+    isOwner_ = true;
+    xcb_set_selection_owner(connection_, hidden_, clipboard_, XCB_CURRENT_TIME);
+    xcb_flush(connection_);
+}
+
+bool XScreen::OwnsText() const noexcept {
+    const Guard guard(lock_);
+    return isOwner_;
+}
+
+std::string XScreen::AskForText() {
+    std::unique_lock lock(lock_);
+    const auto owner = Own(xcb_get_selection_owner_reply(
+        connection_, xcb_get_selection_owner(connection_, clipboard_), nullptr));
+    if (owner == nullptr || owner->owner == XCB_NONE) return "";
+    isAsking_ = true;
+    answer_.clear();
+    xcb_convert_selection(connection_, hidden_, clipboard_, utf8_, pasted_, XCB_CURRENT_TIME);
+    xcb_flush(connection_);
+    arrived_.wait_for(lock, std::chrono::seconds(1), [this] { return !isAsking_; });
+    isAsking_ = false;
+    return std::move(answer_);
+}
+
+void XScreen::TakeSelection(const xcb_selection_notify_event_t& event) {
+    const auto reply =
+        event.property != XCB_NONE
+            ? Own(xcb_get_property_reply(
+                  connection_,
+                  xcb_get_property(connection_, 1, hidden_, pasted_, utf8_, 0, 0x1000000), nullptr))
+            : nullptr;
+    const Guard guard(lock_);
+    if (reply != nullptr)
+        answer_.assign(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                       static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
+    isAsking_ = false;
+    arrived_.notify_all();
+}
+
+void XScreen::TakeRequest(const xcb_selection_request_event_t& event) {
+    const Guard guard(lock_);
+    xcb_selection_notify_event_t answer{};
+    answer.response_type = XCB_SELECTION_NOTIFY;
+    answer.time = event.time;
+    answer.requestor = event.requestor;
+    answer.selection = event.selection;
+    answer.target = event.target;
+    answer.property = event.property != XCB_NONE ? event.property : event.target;
+    const xcb_atom_t formats[] = {targets_, utf8_};
+    if (event.target == targets_)
+        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, event.requestor, answer.property,
+                            XCB_ATOM_ATOM, 32, 2, formats);
+    else if (event.target == utf8_)
+        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, event.requestor, answer.property,
+                            utf8_, 8, static_cast<std::uint32_t>(offered_.size()), offered_.data());
+    else
+        answer.property = XCB_NONE;
+    xcb_send_event(connection_, 0, event.requestor, 0, reinterpret_cast<const char*>(&answer));
+    xcb_flush(connection_);
+}
+
+// --- Events -------------------------------------------------------------------------------------
+
+void XScreen::Run() {
+    while (xcb_generic_event_t* const event = xcb_wait_for_event(connection_)) {
+        try {
+            Take(*event);
+        } catch (const std::exception&) {
+            // Without memory an event is lost; the next may find some.
+        }
+        std::free(event);
+    }
+    // The server is gone, and nobody can use the windows any more.
+    std::vector<HWND> left;
+    {
+        const Guard guard(lock_);
+        for (const XWindow& each : windows_)
+            left.push_back(each.window);
+    }
+    for (const HWND window : left)
+        listener_.OnClose(window);
+}
+
+namespace {
+
+template <class Event>
+const Event& As(const xcb_generic_event_t& event) noexcept {
+    return reinterpret_cast<const Event&>(event);
+}
+
+}  // namespace
+
+void XScreen::Take(const xcb_generic_event_t& event) {
+    switch (event.response_type & 0x7F) {
+        case XCB_EXPOSE:
+            listener_.OnExpose(Known(As<xcb_expose_event_t>(event).window));
+            break;
+        case XCB_CONFIGURE_NOTIFY:
+            TakePlace(As<xcb_configure_notify_event_t>(event));
+            break;
+        // Someone else's doing: our own windows are forgotten before they go.
+        case XCB_DESTROY_NOTIFY:
+            listener_.OnClose(Known(As<xcb_destroy_notify_event_t>(event).window));
+            break;
+        case XCB_CLIENT_MESSAGE: {
+            const auto& message = As<xcb_client_message_event_t>(event);
+            if (message.data.data32[0] == deleteWindow_) listener_.OnClose(Known(message.window));
+            break;
+        }
+        case XCB_FOCUS_IN:
+        case XCB_FOCUS_OUT: {
+            const auto& focus = As<xcb_focus_in_event_t>(event);
+            const bool isReal = (focus.mode == XCB_NOTIFY_MODE_NORMAL ||
+                                 focus.mode == XCB_NOTIFY_MODE_WHILE_GRABBED) &&
+                                focus.detail != XCB_NOTIFY_DETAIL_POINTER;
+            if (isReal)
+                listener_.OnActivate(Known(focus.event),
+                                     (event.response_type & 0x7F) == XCB_FOCUS_IN);
+            break;
+        }
+        case XCB_BUTTON_PRESS:
+        case XCB_BUTTON_RELEASE:
+            TakeButton(As<xcb_button_press_event_t>(event),
+                       (event.response_type & 0x7F) == XCB_BUTTON_PRESS);
+            break;
+        case XCB_MOTION_NOTIFY: {
+            const auto& motion = As<xcb_motion_notify_event_t>(event);
+            Input input;
+            input.message = WM_MOUSEMOVE;
+            input.at = {motion.root_x, motion.root_y};
+            input.window = Known(motion.event);
+            listener_.OnInput(input);
+            break;
+        }
+        case XCB_KEY_PRESS:
+        case XCB_KEY_RELEASE:
+            TakeKey(As<xcb_key_press_event_t>(event),
+                    (event.response_type & 0x7F) == XCB_KEY_PRESS);
+            break;
+        case XCB_MAPPING_NOTIFY:
+            keyboard_.Reload();
+            break;
+        case XCB_SELECTION_REQUEST:
+            TakeRequest(As<xcb_selection_request_event_t>(event));
+            break;
+        case XCB_SELECTION_NOTIFY:
+            TakeSelection(As<xcb_selection_notify_event_t>(event));
+            break;
+        case XCB_SELECTION_CLEAR: {
+            const Guard guard(lock_);
+            isOwner_ = false;
+            break;
+        }
+        default:
+            break;
+    }
+}
+
+// Places are told within the manager's frame; on the screen they are asked for.
+void XScreen::TakePlace(const xcb_configure_notify_event_t& event) {
+    const auto place = Own(xcb_translate_coordinates_reply(
+        connection_, xcb_translate_coordinates(connection_, event.window, screen_->root, 0, 0),
+        nullptr));
+    if (place == nullptr) return;
+    const RECT rect{place->dst_x, place->dst_y, place->dst_x + event.width,
+                    place->dst_y + event.height};
+    HWND window = nullptr;
+    {
+        const Guard guard(lock_);
+        for (XWindow& each : windows_) {
+            if (each.id != event.window || std::memcmp(&each.rect, &rect, sizeof rect) == 0)
+                continue;
+            each.rect = rect;
+            window = each.window;
+        }
+    }
+    if (window != nullptr) listener_.OnPlace(window, rect);
+}
+
+void XScreen::TakeButton(const xcb_button_press_event_t& event, bool isDown) {
+    struct Row {
+        int button;
+        UINT down, up;
+        BYTE key;
+        int wheel;
+    };
+    static constexpr Row kRows[] = {{1, WM_LBUTTONDOWN, WM_LBUTTONUP, VK_LBUTTON, 0},
+                                    {2, WM_MBUTTONDOWN, WM_MBUTTONUP, VK_MBUTTON, 0},
+                                    {3, WM_RBUTTONDOWN, WM_RBUTTONUP, VK_RBUTTON, 0},
+                                    {4, WM_MOUSEWHEEL, 0, 0, WHEEL_DELTA},
+                                    {5, WM_MOUSEWHEEL, 0, 0, -WHEEL_DELTA}};
+    for (const Row& row : kRows) {
+        if (row.button != event.detail) continue;
+        Input input;
+        input.message = isDown ? row.down : row.up;
+        input.key = row.key;
+        input.wheel = row.wheel;
+        input.at = {event.root_x, event.root_y};
+        input.window = Known(event.event);
+        if (input.message != 0) listener_.OnInput(input);
+    }
+}
+
+void XScreen::TakeKey(const xcb_key_press_event_t& event, bool isDown) {
+    const Input input = keyboard_.InputOf(event, isDown);
+    if (input.key != 0) listener_.OnInput(input);
+}
+
+}  // namespace brcore8::desktop
