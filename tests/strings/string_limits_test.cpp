@@ -48,7 +48,8 @@ TEST(StringLimits, RangesThatAreNoneAreEmptyOrRefused) {
     const char text[] = "text";
     EXPECT_EQ(SString(text + 4, text), "") << "the end before the beginning";
     // Never read.
-    const char* const far = text + (std::uintptr_t{1} << 31) + 5;
+    const auto far = reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(text) +
+                                                   (std::uintptr_t{1} << 31) + 5);
     EXPECT_THROW(SString(text, far), SEOutOfMemory);
 }
 
