@@ -6,7 +6,7 @@ list(FILTER sources EXCLUDE REGEX "/platform/")
 set(found "")
 foreach(source IN LISTS sources)
     file(STRINGS "${source}" lines REGEX
-        "^ *# *(if|ifdef|ifndef|elif).*(WIN32|WIN64|MINGW|linux|LINUX|unix|MSC_VER|_WINDOWS)")
+        "^ *# *(if|ifdef|ifndef|elif).*(WIN32|WIN64|MINGW|linux|LINUX|unix|MSC_VER|[^A-Z]_WINDOWS)")
     foreach(line IN LISTS lines)
         string(APPEND found "${source}: ${line}\n")
     endforeach()
