@@ -53,7 +53,7 @@ TEST(StringLimits, RangesThatAreNoneAreEmptyOrRefused) {
     EXPECT_THROW(SString(text, far), SEOutOfMemory);
 }
 
-// The text grows in place. The sanitizer's heap moves every block that grows, which would take hours.
+// The text grows in place; the sanitizer's heap moves every block that grows, which takes minutes.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr int kAppended = 100'000;
 #else
