@@ -3,13 +3,12 @@
 #include <brcore8/platform/posix/input_calls.h>
 #include <brcore8/platform/posix/window_messages.h>
 
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include <clocale>
 #include <cstdlib>
+
+#include "display/xkb_protocol.h"
 
 namespace brcore8::desktop {
 
