@@ -32,20 +32,19 @@ std::uint32_t NumberOf(const char* digits) {
         std::clamp(number, static_cast<long long>(INT32_MIN), static_cast<long long>(UINT32_MAX)));
 }
 
-// Whether the value is a text of two numbers.
-bool ReadPair(HKEY key, const char* name, std::uint32_t& first, std::uint32_t& second) {
+// Two numbers, where the value is a text with a comma between them; else they stay.
+void ReadPair(HKEY key, const char* name, std::uint32_t& first, std::uint32_t& second) {
     // Longer texts are no two numbers of this window's.
     char text[128] = {};
     DWORD type = 0, size = sizeof text - 1;
     if (RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(text), &size) !=
             ERROR_SUCCESS ||
         type != REG_SZ)
-        return false;
+        return;
     const char* const comma = std::strchr(text, ',');
-    if (comma == nullptr) return false;
+    if (comma == nullptr) return;
     first = NumberOf(text);
     second = NumberOf(comma + 1);
-    return true;
 }
 
 }  // namespace

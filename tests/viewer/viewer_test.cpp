@@ -52,7 +52,7 @@ protected:
         std::ofstream(path, std::ios::binary) << bytes;
         return SString(path.string());
     }
-    // An archive of empty stored entries.
+    // An archive of small stored entries.
     SString Archive(int entries) {
         std::string bytes, directory;
         const auto put = [](std::string& to, std::uint32_t number, int size) {
