@@ -27,13 +27,13 @@ bool MayWriteInPlace(DWORD error) noexcept {
            error == ERROR_BUSY || error == ERROR_NOT_SAME_DEVICE;
 }
 
-enum class Way { Replace, InPlace, Device };
+enum class Way { Make, Replace, Share, Device };
 
 // How the file can be rewritten; throws when it may not be written at all, since replacing it
 // would get around its permissions.
 Way ChooseWay(const char* path) {
     const DWORD attributes = GetFileAttributesA(path);
-    if (attributes == INVALID_FILE_ATTRIBUTES) return Way::InPlace;
+    if (attributes == INVALID_FILE_ATTRIBUTES) return Way::Make;
     if ((attributes & FILE_ATTRIBUTE_DEVICE) != 0) return Way::Device;
     if (!MayUseFile(FileOperation::Open, path)) ThrowIOException(kCannotOpen);
     const HANDLE file = CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
@@ -42,7 +42,7 @@ Way ChooseWay(const char* path) {
     BY_HANDLE_FILE_INFORMATION facts;
     const bool known = GetFileInformationByHandle(file, &facts) != 0;
     CloseHandle(file);
-    return known && facts.nNumberOfLinks == 1 ? Way::Replace : Way::InPlace;
+    return known && facts.nNumberOfLinks == 1 ? Way::Replace : Way::Share;
 }
 
 // Writes all of it, ends the file there and sees it onto the disk.
@@ -50,13 +50,6 @@ void FillFile(SFile& file, const void* data, std::size_t size, Way way) {
     if (file.Write(data, size) < 0) ThrowIOException(kWriteFailed);
     if (way != Way::Device && file.SetEndOfFile() < 0) ThrowIOException(kCannotCut);
     if (file.Flush() < 0 || file.Close() < 0) ThrowIOException(kWriteFailed);
-}
-
-void WriteInPlace(const char* path, const void* data, std::size_t size, Way way) {
-    SFile file;
-    const int opened = way == Way::Device ? file.Open(path, SFile::WriteAccess) : file.Create(path);
-    if (opened < 0) ThrowIOException(kCannotOpen);
-    FillFile(file, data, size, way);
 }
 
 // A new file beside another one, which it replaces or in the end is not there any more.
@@ -80,13 +73,14 @@ public:
     Sibling& operator=(const Sibling&) = delete;
     ~Sibling() {
         file_.Close();
-        if (!path_.empty() && MayUseFile(FileOperation::Remove, path_.c_str())) {
+        if (!stays_ && !path_.empty() && MayUseFile(FileOperation::Remove, path_.c_str())) {
             DeleteFileA(path_.c_str());
         }
     }
 
     SFile& File() noexcept { return file_; }
     bool IsOpen() const noexcept { return file_.IsOpen(); }
+    void Stay(bool stays) noexcept { stays_ = stays; }
 
     bool TakePlace() noexcept {
         SetLastError(ERROR_GEN_FAILURE);
@@ -106,19 +100,35 @@ private:
     const std::string& target_;
     std::string path_;
     SFile file_;
+    bool stays_ = false;
 };
 
-// False when the file must be written itself.
-bool ReplaceByRename(const std::string& target, const void* data, std::size_t size) {
+// Writes the file itself; should that end half-way, the sibling, if there is one, is what has the
+// content whole.
+void WriteInPlace(const std::string& target, const void* data, std::size_t size, Way way,
+                  Sibling* sibling) {
+    SFile file;
+    const int opened = way == Way::Make ? file.Create(target.c_str())
+                                        : file.Open(target.c_str(), SFile::WriteAccess);
+    if (opened < 0) ThrowIOException(kCannotOpen);
+    if (sibling != nullptr) sibling->Stay(true);
+    FillFile(file, data, size, way);
+    if (sibling != nullptr) sibling->Stay(false);
+}
+
+// Whichever way the new content is to come into the file, a sibling gets it first.
+void RewriteBySibling(const std::string& target, const void* data, std::size_t size, Way way) {
     Sibling sibling(target);
     if (!sibling.IsOpen()) {
-        if (MayWriteInPlace(GetLastError())) return false;
-        ThrowIOException(kCannotOpen);
+        if (!MayWriteInPlace(GetLastError())) ThrowIOException(kCannotOpen);
+        return WriteInPlace(target, data, size, way, nullptr);
     }
-    FillFile(sibling.File(), data, size, Way::Replace);
-    if (sibling.TakePlace()) return true;
-    if (MayWriteInPlace(GetLastError())) return false;
-    ThrowIOException(kCannotOpen);
+    FillFile(sibling.File(), data, size, way);
+    if (way == Way::Replace) {
+        if (sibling.TakePlace()) return;
+        if (!MayWriteInPlace(GetLastError())) ThrowIOException(kCannotOpen);
+    }
+    WriteInPlace(target, data, size, way, &sibling);
 }
 
 }  // namespace
@@ -148,8 +158,10 @@ void RewriteFile(const char* path, const void* data, std::size_t size) {
     try {
         const std::string target = FinalPath(path);
         const Way way = ChooseWay(target.c_str());
-        if (way == Way::Replace && ReplaceByRename(target, data, size)) return;
-        WriteInPlace(target.c_str(), data, size, way);
+        if (way == Way::Replace || way == Way::Share)
+            RewriteBySibling(target, data, size, way);
+        else
+            WriteInPlace(target, data, size, way, nullptr);
     } catch (const std::bad_alloc&) {
         ThrowOutOfMemory();
     }

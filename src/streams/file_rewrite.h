@@ -8,11 +8,13 @@
 namespace brcore8 {
 
 // Writes a sibling file and puts it in the place of `path`, with that one's permissions; follows
-// links. Writes the file itself where that cannot serve: it has other hard links, it is a device,
-// its folder may not be written, something holds its place. Makes a file that is not there.
+// links. Where that cannot serve, the file itself is written: it has other hard links, something
+// holds its place, its folder may not be written, or it is a device. In the first two cases the
+// sibling is there until all is written, and stays when it could not be: it has the content whole.
+// Makes a file that is not there.
 // Throws SEIOException "Can't open for writing" when the file may not be written, no sibling can be
 // made or it cannot be put in place; "Write failed"; "Could not trunc file!"; SEOutOfMemory. The
-// sibling is then gone, and the file is what it was unless it had to be written itself.
+// sibling is then gone, and the file is what it was, unless it had to be written itself.
 void RewriteFile(const char* path, const void* data, std::size_t size);
 
 // Whether the file does not hold exactly these bytes, or cannot be read.

@@ -195,6 +195,56 @@ TEST(OutputFileOnChange, WritesThroughHardLinks) {
     EXPECT_EQ(Get(folder / "file"), "new content");
 }
 
+// What the folder holds of the content: in the file itself, or in the sibling that is left of a
+// rewrite that was cut short.
+std::vector<std::string> Contents(const Folder& folder) {
+    std::vector<std::string> contents;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder.Path()))
+        contents.push_back(Get(entry.path().string()));
+    return contents;
+}
+
+// A file with two names cannot be replaced in one step. Whatever fails, and whether or not anything
+// works afterwards, the file is the old one or the new content lies whole in the folder.
+TEST(OutputFileOnChange, HardLinkedContentIsNeverLost) {
+    const std::string before(40000, 'o');
+    const std::string after(30000, 'n');
+    for (const bool forGood : {false, true}) {
+        int untouched = 0, left = 0;
+        bool triggered = true;
+        for (int nth = 1; triggered; ++nth) {
+            SCOPED_TRACE("operation " + std::to_string(nth) + (forGood ? " and all others" : ""));
+            ASSERT_LT(nth, 100);
+            const Folder folder;
+            Put(folder / "file", before);
+            fs::create_hard_link(folder / "file", folder / "other");
+            std::string thrown;
+            {
+                SOutputFileOnChange out((folder / "file").c_str());
+                out.Write(after.data(), 30000);
+                FailNthFileOperation fail(nth, forGood);
+                thrown = Thrown([&] { out.Close(); });
+                triggered = fail.Triggered();
+            }
+            EXPECT_EQ(Get(folder / "file"), Get(folder / "other"));
+            const std::vector<std::string> contents = Contents(folder);
+            if (thrown.empty()) {
+                EXPECT_EQ(Get(folder / "file"), after);
+                EXPECT_TRUE(triggered || contents.size() == 2) << contents.size();
+            } else if (Get(folder / "file") == before) {
+                ++untouched;
+                for (const std::string& content : contents)
+                    EXPECT_TRUE(forGood || content == before || content == after);
+            } else {
+                ++left;
+                EXPECT_NE(std::find(contents.begin(), contents.end(), after), contents.end());
+            }
+        }
+        EXPECT_GT(untouched, 3);
+        EXPECT_GT(left, 1);
+    }
+}
+
 TEST(OutputFileOnChange, KeepsPermissions) {
     const Folder folder;
     const std::string path = folder / "file";

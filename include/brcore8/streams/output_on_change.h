@@ -14,13 +14,17 @@
 // A file that exists is touched by Close alone; until then the new content is held in memory. Close
 // compares and, when they differ, replaces the file as one step: whoever looks, and whatever
 // breaks, finds the old content or the new one whole. Links are followed; permissions, and the
-// owner where the system allows, stay. Where a replacement cannot serve (the file has other hard
-// links, its folder cannot be written, it is a device) the file itself is written.
+// owner where the system allows, stay.
+//
+// Where a replacement cannot serve (the file has other hard links, its folder cannot be written, it
+// is a device) the file itself is written. Of a file with other hard links a sibling,
+// ".brcore8-PROCESS-NUMBER.tmp", has the new content whole before the first byte is changed. It is
+// removed at the end, and left to the user when the writing was cut short.
 //
 // A file that does not exist is written as the data comes.
 //
 // Destroyed without Close, or when Close fails, the output is abandoned: an old file stays as it
-// is, a new one is removed. No temporary file is left behind.
+// is, a new one is removed. No temporary file is left behind, but the one just named.
 class BRCORE8_API SOutputFileOnChange : public SOutputStream {
     SDECLARE_CLASS(SOutputFileOnChange);
 

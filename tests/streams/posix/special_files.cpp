@@ -11,6 +11,7 @@
 #include <unistd.h>
 #include <csignal>
 #include <filesystem>
+#include <optional>
 #include <thread>
 
 #include "streams/support.h"
@@ -144,51 +145,67 @@ TEST(SpecialFiles, PermissionsOfFileAndFolderAreKept) {
     }
 }
 
-// A child is killed as it enters, or as it leaves, one system call after the other; the file must
-// be whole, and bear its permissions, whenever that was.
-TEST(SpecialFiles, AKilledRewriteLeavesAWholeFile) {
-    const std::string before(40000, 'o');
-    const std::string after(50000, 'n');
-    bool finished = false;
-    int sawOld = 0, sawNew = 0;
-    for (int stops = 0; !finished; ++stops) {
-        SCOPED_TRACE("killed at stop " + std::to_string(stops));
-        const Folder folder;
-        const std::string path = folder / "file";
-        Put(path, before);
-        ASSERT_EQ(chmod(path.c_str(), 0640), 0);
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) _exit(77);
-            std::raise(SIGSTOP);
-            _exit(Save(path, after) == 1 ? 0 : 1);
-        }
-        int status = 0;
-        ASSERT_EQ(waitpid(child, &status, 0), child);
-        if (WIFEXITED(status)) GTEST_SKIP() << "this system lets no process trace another";
-        for (int i = 0; i < stops && WIFSTOPPED(status); ++i) {
-            ASSERT_EQ(ptrace(PTRACE_SYSCALL, child, nullptr, nullptr), 0);
-            ASSERT_EQ(waitpid(child, &status, 0), child);
-        }
-        finished = WIFEXITED(status);
-        if (finished) {
-            EXPECT_EQ(WEXITSTATUS(status), 0);
-        } else {
-            kill(child, SIGKILL);
-            ASSERT_EQ(waitpid(child, &status, 0), child);
-        }
-        const std::string content = Get(path);
-        EXPECT_TRUE(content == before || content == after) << content.size();
-        ++(content == before ? sawOld : sawNew);
-        EXPECT_EQ(Facts(path).st_mode & 0777, 0640u);
-        ASSERT_LT(stops, 2000);
+// Rewrites a file in a child that is killed as it enters, or as it leaves, the system call where it
+// stops that many times. True when it ended before; nothing when it may not be traced.
+std::optional<bool> KillRewrite(const std::string& path, const std::string& content, int stops) {
+    const pid_t child = fork();
+    EXPECT_GE(child, 0);
+    if (child == 0) {
+        if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) _exit(77);
+        std::raise(SIGSTOP);
+        _exit(Save(path, content) == 1 ? 0 : 1);
     }
-    EXPECT_GT(sawOld, 10);
-    EXPECT_GT(sawNew, 2) << "after it took its place the rest is tidying";
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    if (WIFEXITED(status)) return {};
+    for (int i = 0; i < stops && WIFSTOPPED(status); ++i) {
+        EXPECT_EQ(ptrace(PTRACE_SYSCALL, child, nullptr, nullptr), 0);
+        EXPECT_EQ(waitpid(child, &status, 0), child);
+    }
+    if (WIFEXITED(status)) {
+        EXPECT_EQ(WEXITSTATUS(status), 0);
+        return true;
+    }
+    kill(child, SIGKILL);
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    return false;
 }
 
-// A file that takes no room on the disk; bytes stand at 2 and 4 GiB and at its end.
+// The file must be whole, and bear its permissions, whenever the kill came. One with two names may
+// be half-way, but then the new content lies beside it.
+TEST(SpecialFiles, AKilledRewriteLeavesAWholeFile) {
+    const std::string before(40000, 'o');
+    const std::string after(30000, 'n');
+    for (const bool linked : {false, true}) {
+        bool finished = false;
+        int sawOld = 0, sawNew = 0, sawMixture = 0;
+        for (int stops = 0; !finished; ++stops) {
+            SCOPED_TRACE("killed at stop " + std::to_string(stops) + (linked ? ", linked" : ""));
+            ASSERT_LT(stops, 2000);
+            const Folder folder;
+            const std::string path = folder / "file";
+            Put(path, before);
+            ASSERT_EQ(chmod(path.c_str(), 0640), 0);
+            if (linked) fs::create_hard_link(path, folder / "other");
+            const std::optional<bool> ended = KillRewrite(path, after, stops);
+            if (!ended) GTEST_SKIP() << "this system lets no process trace another";
+            finished = *ended;
+            const std::string content = Get(path);
+            ++(content == before ? sawOld : content == after ? sawNew : sawMixture);
+            EXPECT_EQ(Facts(path).st_mode & 0777, 0640u);
+            if (content == before || content == after) continue;
+            ASSERT_TRUE(linked) << content.size();
+            bool beside = false;
+            for (const fs::directory_entry& entry : fs::directory_iterator(folder.Path()))
+                beside |= Get(entry.path().string()) == after;
+            EXPECT_TRUE(beside);
+        }
+        EXPECT_GT(sawOld, 10);
+        EXPECT_GT(sawNew, 2) << "after it took its place the rest is tidying";
+        EXPECT_EQ(sawMixture > 0, linked);
+    }
+}
+
 TEST(SpecialFiles, PositionsDoNotWrap) {
     const Folder folder;
     const std::string path = folder / "sparse";
