@@ -69,6 +69,7 @@
 #include <brcore8/platform/font_info.h>
 #include <brcore8/platform/light_lock.h>
 #include <brcore8/platform/resources.h>
+#include <brcore8/platform/select.h>
 #include <brcore8/platform/threads.h>
 #include <brcore8/platform/types.h>
 #include <brcore8/platform/windows.h>

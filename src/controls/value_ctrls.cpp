@@ -12,8 +12,8 @@ RECT SSliderCtrl::GetThumbRect() const {
     return rect;
 }
 
-// --- Scroll bars: by the one message that knows wide numbers
-// --------------------------------------
+// --- Scroll bars ------------------------------------------------------------------------------
+// By the one message that knows wide numbers.
 
 int SScrollBar::GetScrollInfo(SCROLLINFO* info, UINT mask) const {
     info->cbSize = sizeof *info;

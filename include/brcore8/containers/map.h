@@ -431,19 +431,17 @@ void __SMap<K, V, Alloc, InInsertionOrder>::Detach(Entry* entry) {
 
 template <class K, class V, class Alloc, bool InInsertionOrder>
 auto __SMap<K, V, Alloc, InInsertionOrder>::Locate(std::intptr_t key) const -> Place {
-    return Descend([this, key](const void* element) {
-        return CompareKey(key, GetKey(element));
-    });
+    return Descend([this, key](const void* element) { return CompareKey(key, GetKey(element)); });
 }
 
 // A map that no class is derived from orders its keys by `<`, which needs no virtual call.
 template <class K, class V, class Alloc, bool InInsertionOrder>
 auto __SMap<K, V, Alloc, InInsertionOrder>::LocateKey(const K& key) const -> Place {
-    using Plain = std::conditional_t<InInsertionOrder, SUnsortedMap<K, V, Alloc>, SMap<K, V, Alloc>>;
+    using Plain =
+        std::conditional_t<InInsertionOrder, SUnsortedMap<K, V, Alloc>, SMap<K, V, Alloc>>;
     if (typeid(*this) != typeid(Plain)) return Locate(Travel(key));
     if constexpr (std::is_integral_v<K>) {
-        return DescendStraight([&](const void* element) { return KeyOf(element) < key; },
-                               [&](const void* element) { return key < KeyOf(element); });
+        return DescendStraight(key, [](const void* element) { return KeyOf(element); });
     } else {
         return Descend([&](const void* element) { return STreeCompare()(key, KeyOf(element)); });
     }

@@ -14,6 +14,7 @@
 
 #include <brcore8/core/throw.h>
 #include <brcore8/platform/export.h>
+#include <brcore8/platform/select.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -45,12 +46,6 @@ protected:
         std::int32_t color;
         void* Element() { return this + 1; }
         const void* Element() const { return this + 1; }
-        // The right link for 1, the left one for 0.
-        Entry* Child(std::size_t isRight) const {
-            constexpr std::size_t kStep = offsetof(Entry, right) - offsetof(Entry, left);
-            return *reinterpret_cast<Entry* const*>(reinterpret_cast<const char*>(&left) +
-                                                    isRight * kStep);
-        }
     };
     static_assert(sizeof(void*) != 4 || sizeof(Entry) == 16);
 
@@ -139,11 +134,10 @@ protected:
     // comes after it (positive).
     template <class Order>
     Place Descend(Order order) const;
-    // The same for keys that compare in no time: both questions are whether the left of two keys
-    // comes first, of an element's key and the key, and the other way round. One comparison a level;
-    // whether the keys are equal is asked at the end.
-    template <class Before, class After>
-    Place DescendStraight(Before before, After after) const;
+    // The same for numbers as keys; `keyOf` gives an element's. One comparison a level, without a
+    // jump: whether the keys are equal is asked at the end.
+    template <class Key, class KeyOf>
+    Place DescendStraight(Key key, KeyOf keyOf) const;
 
     // Links a new entry with a live element under `parent`, whose link on that side is empty (a
     // null parent: as the root of an empty tree), and balances.
@@ -218,22 +212,21 @@ __STree::Place __STree::Descend(Order order) const {
     return place;
 }
 
-template <class Before, class After>
-__STree::Place __STree::DescendStraight(Before before, After after) const {
-    // Where it last went to the left, and to the right. Both the link and this place are indexed by
-    // the answer, so that nothing has to be foretold and the next search begins before this one has
-    // ended.
-    Entry* last[2] = {nullptr, nullptr};
+template <class Key, class KeyOf>
+__STree::Place __STree::DescendStraight(Key key, KeyOf keyOf) const {
     Entry* parent = nullptr;
+    Entry* notLess = nullptr;  // the last one whose key is not less
     for (Entry* entry = root_; entry != nullptr;) {
-        const auto right = std::size_t{before(entry->Element())};
-        last[right] = parent = entry;
-        entry = entry->Child(right);
+        parent = entry;
+        Entry* next = entry->left;
+        Entry* candidate = entry;
+        brcore8::SelectIfLess(keyOf(entry->Element()), key, next, entry->right, candidate, notLess);
+        notLess = candidate;
+        entry = next;
     }
-    Entry* found = last[0];
-    const int left = found == parent;
-    if (found != nullptr && after(found->Element())) found = nullptr;
-    return {found, parent, left};
+    const int left = notLess == parent;
+    const bool isFound = notLess != nullptr && !(key < keyOf(notLess->Element()));
+    return {isFound ? notLess : nullptr, parent, left};
 }
 
 // Orders keys of any two types that compare with <. A comparison of one's own is such a class:
