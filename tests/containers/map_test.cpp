@@ -2,6 +2,7 @@
 #include <brcore8/core/exception.h>
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <random>
 #include <string>
@@ -169,6 +170,41 @@ TEST(MapOrderTest, EachMapKeepsItsOwnOrder) {
     EXPECT_EQ("", TextOf(up));
     up += base;
     EXPECT_EQ("1=1 2=2 3=3 ", TextOf(up));
+}
+
+template <class Key>
+class MapKeysTest : public testing::Test {};
+using NumberKeys =
+    testing::Types<bool, char, signed char, unsigned char, short, unsigned short, int, unsigned,
+                   long, unsigned long, long long, unsigned long long>;
+TYPED_TEST_SUITE(MapKeysTest, NumberKeys);
+
+// Numbers of every width and sign are compared by a path of their own.
+TYPED_TEST(MapKeysTest, OrderAsNumbersDo) {
+    using Limits = std::numeric_limits<TypeParam>;
+    std::vector<TypeParam> keys = {
+        Limits::min(), Limits::max(), TypeParam(0), TypeParam(1), TypeParam(Limits::max() / 2),
+        TypeParam(-1)};
+    std::mt19937_64 random(5);
+    for (int i = 0; i < 200; ++i)
+        keys.push_back(static_cast<TypeParam>(random()));
+    SMap<TypeParam, int> map;
+    std::map<TypeParam, int> model;
+    for (const TypeParam key : keys) {
+        map.Add(key, int(model.size()));
+        model.insert_or_assign(key, int(model.size()));
+        ASSERT_TRUE(map.AssertValid());
+    }
+    ASSERT_EQ(map.GetCount(), int(model.size()));
+    auto twin = model.begin();
+    for (const auto& [key, value] : map)
+        EXPECT_EQ(key, (twin++)->first);
+    for (int i = 0; i < 200; ++i) {
+        const auto key = static_cast<TypeParam>(random());
+        EXPECT_EQ(map.Retrieve(key) != nullptr, model.count(key) == 1);
+    }
+    for (const auto& [key, value] : model)
+        EXPECT_EQ(*map.Retrieve(key), value);
 }
 
 TEST(MapLifeTest, ArgumentsMayLiveInTheMap) {
