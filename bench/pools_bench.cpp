@@ -133,25 +133,34 @@ bool CompeteBatch(const std::string& name) {
 
 // ---- Two threads --------------------------------------------------------------------------------
 
+// What both threads read, far from what either writes on its stack.
+template <class Heap>
+struct alignas(128) Shared {
+    explicit Shared(std::size_t size) : heap(size) {}
+    Heap heap;
+};
+
+template <class Heap, std::size_t Blocks>
+void Round(Heap& heap) {
+    void* blocks[Blocks];
+    for (void*& block : blocks) {
+        block = heap.Take();
+        benchmark::DoNotOptimize(block);
+    }
+    for (void* block : blocks)
+        heap.Give(block);
+}
+
 // The other thread does the same on the same heap all the while.
 template <class Heap, std::size_t Size, std::size_t Blocks>
 void TwoThreads(benchmark::State& state) {
-    Heap heap(Size);
-    const auto round = [&heap] {
-        void* blocks[Blocks];
-        for (void*& block : blocks) {
-            block = heap.Take();
-            benchmark::DoNotOptimize(block);
-        }
-        for (void* block : blocks)
-            heap.Give(block);
-    };
-    std::jthread other([&round](std::stop_token stop) {
+    const auto shared = std::make_unique<Shared<Heap>>(Size);
+    std::jthread other([&heap = shared->heap](std::stop_token stop) {
         while (!stop.stop_requested())
-            round();
+            Round<Heap, Blocks>(heap);
     });
     for (auto _ : state)
-        round();
+        Round<Heap, Blocks>(shared->heap);
 }
 
 template <std::size_t Size, std::size_t Blocks>
