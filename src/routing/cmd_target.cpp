@@ -2,6 +2,7 @@
 #include <brcore8/routing/cmd_ui.h>
 
 #include "routing/routing.h"
+#include "routing/row_cache.h"
 
 #include <atomic>
 
@@ -37,15 +38,14 @@ int SCmdTarget::OnCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* inf
     const UINT code = packed == kUpdateRequest ? kUpdateCode : LOWORD(static_cast<UINT>(packed));
     if (message == 0) message = WM_COMMAND;
     try {
-        const SMsgEntry* row = nullptr;
-        for (const SMsgMap* map = GetMessageMap(); map != nullptr && row == nullptr;
-             map = map->base())
-            row = SFindMessageEntry(map->entries, message, code, id);
+        const SMsgEntry* const row = brcore8::FindCommandRow(GetMessageMap(), message, code, id);
         if (row == nullptr) return 0;
         if (info != nullptr) {
             *info = {this, row->handler};
             return 1;
         }
+        // What most rows are.
+        if (row->signature.kind == 15) return row->handler.none(this), 1;
         return CallCommandHandler(*row, id, extra);
     } catch (...) {
         brcore8::TellOfEscape(message, id);
@@ -61,7 +61,6 @@ int SCmdTarget::CallCommandHandler(const SMsgEntry& row, UINT id, void* extra) {
     // clang-format off
     switch (row.signature.kind) {
         case 2: return static_cast<int>(call.word(this, id));
-        case 15: return call.none(this), 1;
         case 16: return call.word(this, id), 1;
         case 38: return static_cast<int>(call.none(this));
         case 41: return call.notify(this, note->header, note->result), 1;
@@ -75,6 +74,12 @@ int SCmdTarget::CallCommandHandler(const SMsgEntry& row, UINT id, void* extra) {
         default: return 0;
     }
     // clang-format on
+}
+
+S_CMDHANDLERINFO SFindCommandHandler(SCmdTarget& from, UINT id, int packed) {
+    S_CMDHANDLERINFO info{};
+    if (!from.OnCmdMsg(id, packed, nullptr, &info)) return {};
+    return info;
 }
 
 void SCmdTarget::BeginWaitCursor() {

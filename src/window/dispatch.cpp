@@ -4,26 +4,29 @@
 #include <brcore8/window/menu.h>
 #include <brcore8/window/wnd.h>
 
-#include "window/message_cache.h"
+#include "routing/row_cache.h"
+
+#include <atomic>
 
 namespace {
 
-constinit brcore8::MessageCache g_cache;
+// Counted cheaply: an increment that meets another thread's may be lost.
+constinit std::atomic<unsigned long long> g_hits{0};
+constinit std::atomic<unsigned long long> g_misses{0};
 
-const SMsgEntry* FindRegistered(const SMsgEntry* rows, UINT message) noexcept {
-    for (; rows->signature.kind != 0; ++rows)
-        if (rows->message == kRegisteredMessage && rows->code == 0 && rows->firstId == 0 &&
-            *rows->signature.registered == message)
-            return rows;
-    return nullptr;
+void Count(std::atomic<unsigned long long>& counter) noexcept {
+    counter.store(counter.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
 }
 
-const SMsgEntry* FindInMaps(const SMsgMap* map, UINT message) {
+const SMsgEntry* FindRow(const SMsgMap* map, UINT message) {
     const SMsgEntry* row = nullptr;
-    for (; map != nullptr && row == nullptr; map = map->base())
-        row = message < kRegisteredMessage ? SFindMessageEntry(map->entries, message, 0, 0)
-                                           : FindRegistered(map->entries, message);
-    return row;
+    if (brcore8::g_messageRows.Find(brcore8::MessagePlace(map, message), map, message, &row))
+        [[likely]] {
+        Count(g_hits);
+        return row;
+    }
+    Count(g_misses);
+    return brcore8::WalkForMessage(map, message);
 }
 
 SWnd* WindowOf(std::uintptr_t parameter) {
@@ -56,48 +59,52 @@ int SignedHigh(std::uintptr_t parameter) noexcept {
 
 }  // namespace
 
-void SFlushMessageCache() noexcept {
-    g_cache.Flush();
-}
-
 SMessageCacheStats SGetMessageCacheStats() noexcept {
-    return g_cache.GetStats();
+    const unsigned long long hits = g_hits.load(std::memory_order_relaxed);
+    return {hits + g_misses.load(std::memory_order_relaxed), hits};
 }
 
 int SWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    if (message == WM_COMMAND || message == WM_NOTIFY)
+        return OnControlMsg(message, wParam, lParam, result);
+    const SMsgEntry* const row = FindRow(GetMessageMap(), message);
+    return row != nullptr ? Dispatch(*row, wParam, lParam, result) : 0;
+}
+
+int SWnd::OnControlMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    const HWND handle = handle_;
     LRESULT answer = 0;
     int handled = 0;
     if (message == WM_COMMAND) {
-        handled = OnCommand(wParam, lParam) != 0;
-        answer = 1;
-    } else if (message == WM_NOTIFY) {
+        handled = OnCommand(wParam, lParam);
+        if (handled) answer = 1;
+    } else {
         auto* const header = reinterpret_cast<NMHDR*>(lParam);
         if (header == nullptr || header->hwndFrom == nullptr) return 0;
-        handled = OnNotify(wParam, header, &answer) != 0;
-    } else {
-        const SMsgMap* const map = GetMessageMap();
-        const SMsgEntry* row = nullptr;
-        if (!g_cache.Find(map, message, &row)) {
-            row = FindInMaps(map, message);
-            g_cache.Keep(map, message, row);
-        }
-        handled = row != nullptr && Dispatch(*row, wParam, lParam, answer);
+        handled = OnNotify(wParam, header, &answer);
     }
-    if (handled && result != nullptr) *result = answer;
-    return handled;
+    if (!handled) return HasEnded(handle, result);
+    if (result != nullptr) *result = answer;
+    return 1;
+}
+
+// A handler that leaves its message to others may have ended the window, and this with it: then
+// there are no others, and the result is 0.
+int SWnd::HasEnded(HWND handle, LRESULT* result) const {
+    if (handle == nullptr || FromHandlePermanent(handle) == this) return 0;
+    if (result != nullptr) *result = 0;
+    return 1;
 }
 
 // One line a kind: what each carries stands in message_kinds.h. Whether there was a handler to
 // call.
-int SWnd::Dispatch(const SMsgEntry& row, WPARAM w, LPARAM lParam, LRESULT& result) {
+int SWnd::Dispatch(const SMsgEntry& row, WPARAM w, LPARAM lParam, LRESULT* answer) {
     const SMsgHandler& call = row.handler;
     const auto l = static_cast<std::uintptr_t>(lParam);
-    if (row.message == kRegisteredMessage) {
-        result = call.both(this, w, lParam);
-        return 1;
-    }
+    const auto kind = row.message == kRegisteredMessage ? 12 : row.signature.kind;
+    LRESULT result = 0;
     // clang-format off
-    switch (row.signature.kind) {
+    switch (kind) {
         // The result is the handler's; one that returns nothing gives 0.
         case 1: case 7: case 23: result = call.dc(this, DeviceOf(w)); break;
         case 2: case 16: result = call.word(this, w); break;
@@ -130,9 +137,15 @@ int SWnd::Dispatch(const SMsgEntry& row, WPARAM w, LPARAM lParam, LRESULT& resul
         case 51: result = call.twoValue(this, Low(w), High(w), lParam); break;
         case 52: result = call.wordPoint(this, w, SignedLow(l), SignedHigh(l)); break;
         case 35: case 46: call.both(this, w, lParam); result = 1; break;
-        case 48: result = call.four(this, Low(w), High(w), Low(l), High(l)); return result != 0;
+        case 48: {
+            const HWND handle = handle_;
+            result = call.four(this, Low(w), High(w), Low(l), High(l));
+            if (result == 0) return HasEnded(handle, answer);
+            break;
+        }
         default: return 0;
     }
     // clang-format on
+    if (answer != nullptr) *answer = result;
     return 1;
 }

@@ -9,7 +9,7 @@
 #include <brcore8/core/object.h>
 #include <brcore8/routing/message_rows.h>
 
-// Where a command is handled.
+// Where a command is handled; a null target is nowhere.
 struct S_CMDHANDLERINFO {
     SCmdTarget* target;
     SMsgHandler handler;
@@ -52,6 +52,15 @@ protected:
 private:
     int CallCommandHandler(const SMsgEntry& row, UINT id, void* extra);
 };
+
+// Who handles a command, or with another `packed` what OnCmdMsg takes (kUpdateRequest: who tells
+// how it looks). `from` is asked and all that it routes to, a frame so its view and the
+// application; nothing is called. The target is null where nobody does; its class is
+// target->GetClassInfo().
+//
+//     const S_CMDHANDLERINFO save = SFindCommandHandler(frame, ID_SAVE);
+//     if (save.target == &view) ...
+BRCORE8_API S_CMDHANDLERINFO SFindCommandHandler(SCmdTarget& from, UINT id, int packed = 0);
 
 // Told of an exception that a handler let escape, inside the catch that contains it: `throw;` there
 // gives it again, to look at. It learns the message, and of commands and notifications the

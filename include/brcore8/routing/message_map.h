@@ -21,7 +21,9 @@
 // wins, the class's own before those of its ancestors.
 //
 // A row's signature kind says what the handler is called with and what its call results in; the
-// numbers are an interface between modules and stay. Maps are constant data, made by the compiler.
+// numbers are an interface between modules and stay. Maps are constant data, made by the compiler,
+// and what is found in them is remembered by their addresses, process-wide; a module that has maps
+// makes that forgotten when it is loaded and when it is unloaded.
 // Threads: any may read them.
 #ifndef BRCORE8_ROUTING_MESSAGE_MAP_H
 #define BRCORE8_ROUTING_MESSAGE_MAP_H
@@ -151,6 +153,31 @@ static_assert(sizeof(SMsgMap) == 2 * sizeof(void*));
 BRCORE8_API const SMsgEntry* SFindMessageEntry(const SMsgEntry* rows, UINT message, UINT code,
                                                UINT id) noexcept;
 
+// Forgets what was found in message maps. SIMPLEMENT_MESSAGE_MAP calls it as its module comes and
+// goes; call it for maps that are written by hand, before one is changed or its memory given back.
+BRCORE8_API void SFlushMessageCache() noexcept;
+
+namespace brcore8 {
+
+// Stands beside a map: another module's may have been at its address, and may come there after it.
+class MapOfThisModule {
+public:
+    MapOfThisModule() noexcept { SFlushMessageCache(); }
+    MapOfThisModule(const MapOfThisModule&) = delete;
+    MapOfThisModule& operator=(const MapOfThisModule&) = delete;
+    ~MapOfThisModule() { SFlushMessageCache(); }
+};
+
+}  // namespace brcore8
+
+// The library itself stays as long as what it remembers.
+#if defined(BRCORE8_BUILDING)
+#define SMAP_OF_THIS_MODULE_(Line)
+#else
+#define SMAP_NAME_(Line) g_mapOfThisModule##Line
+#define SMAP_OF_THIS_MODULE_(Line) static const brcore8::MapOfThisModule SMAP_NAME_(Line);
+#endif
+
 #define SDECLARE_MESSAGE_MAP(Class)                \
 protected:                                         \
     static const SMsgMap msgMap;                   \
@@ -161,6 +188,7 @@ private:                                           \
     static const SMsgEntry msgEntries_[]
 
 #define SIMPLEMENT_MESSAGE_MAP(Class, Base, ...)                                               \
+    SMAP_OF_THIS_MODULE_(__LINE__)                                                             \
     const SMsgMap* Class::_GetBaseMessageMap() {                                               \
         return &Base::msgMap;                                                                  \
     }                                                                                          \

@@ -256,7 +256,9 @@ private:
     enum Bits : std::int32_t { kOwnsWindow = 1, kSubclassed = 2, kInModalLoop = 4 };
 
     void OnNcDestroy();
-    int Dispatch(const SMsgEntry& row, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    int OnControlMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
+    int Dispatch(const SMsgEntry& row, WPARAM wParam, LPARAM lParam, LRESULT* answer);
+    int HasEnded(HWND handle, LRESULT* result) const;
 
     HWND handle_ = nullptr;
     std::int32_t bits_ = 0;
@@ -275,7 +277,5 @@ struct SMessageCacheStats {
     unsigned long long hits;
 };
 BRCORE8_API SMessageCacheStats SGetMessageCacheStats() noexcept;
-// Forgets what the cache knows: before a module with message maps is unloaded.
-BRCORE8_API void SFlushMessageCache() noexcept;
 
 #endif
