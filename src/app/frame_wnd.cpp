@@ -12,9 +12,18 @@ int SFrameWnd::CreateFrame(const char* text, SWnd* owner) {
 }
 
 int SFrameWnd::OnCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info) {
-    if (SWnd::OnCmdMsg(id, packed, extra, info)) return 1;
+    if (const int handled = OfferCmdMsg(id, packed, extra, info)) return handled;
     SWinApp* const app = SGetApp();
     return app != nullptr ? app->OnCmdMsg(id, packed, extra, info) : 0;
+}
+
+int SFrameWnd::OfferCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info) {
+    const HWND handle = GetHandle();
+    if (const int handled = SWnd::OnCmdMsg(id, packed, extra, info)) return handled;
+    // A handler that leaves the command to others may have ended the frame.
+    if (FromHandlePermanent(handle) != this) return 0;
+    SCmdTarget* const view = FindView();
+    return view != nullptr ? view->OnCmdMsg(id, packed, extra, info) : 0;
 }
 
 int SFrameWnd::PreTranslateMessage(MSG* message) {
@@ -31,22 +40,32 @@ SWnd* SFrameWnd::GetView() const {
     return view_ != nullptr ? view_ : FromHandlePermanent(::GetDlgItem(GetHandle(), ViewId));
 }
 
+// The view as long as it has a window here: who ends it does not say so.
+SWnd* SFrameWnd::FindView() {
+    if (view_ == nullptr) return GetView();
+    if (FromHandlePermanent(viewWindow_) == view_) return view_;
+    viewWindow_ = ::GetWindow(GetHandle(), GW_CHILD);
+    while (viewWindow_ != nullptr && FromHandlePermanent(viewWindow_) != view_)
+        viewWindow_ = ::GetWindow(viewWindow_, GW_HWNDNEXT);
+    return viewWindow_ != nullptr ? view_ : nullptr;
+}
+
 void SFrameWnd::RecalcLayout() {
     const HWND handle = GetHandle();
     // A bar that changes its size may ask for the layout that it is in.
-    if (handle == nullptr || isLayingOut_) return;
-    isLayingOut_ = 1;
+    if (handle == nullptr || layingOut_ == handle) return;
+    layingOut_ = handle;
     RECT room = GetClientRect();
     for (HWND child = ::GetWindow(handle, GW_CHILD), next; child != nullptr; child = next) {
         next = ::GetWindow(child, GW_HWNDNEXT);
         ::SendMessageA(child, kLayoutBarsMessage, 0, reinterpret_cast<LPARAM>(&room));
     }
     if (FromHandlePermanent(handle) != this) return;
-    if (SWnd* const view = GetView(); view != nullptr && view->GetHandle() != nullptr)
+    if (SWnd* const view = FindView())
         view->SetWindowPos(nullptr, room.left, room.top, room.right - room.left,
                            room.bottom - room.top, SWP_NOZORDER | SWP_NOACTIVATE);
     // Whoever was told of a new size may have ended the frame.
-    if (FromHandlePermanent(handle) == this) isLayingOut_ = 0;
+    if (FromHandlePermanent(handle) == this) layingOut_ = nullptr;
 }
 
 void SFrameWnd::OnSize(UINT how, int, int) {

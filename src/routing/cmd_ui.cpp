@@ -17,7 +17,9 @@ void SCmdUI::SetElement(UINT id, UINT index, SWnd* sender, SMenu* menu, SMenu* s
 
 void SSysCmdUI::Enable(int on) {
     enableChanged_ = 1;
-    if (sender_ != nullptr) sender_->EnableWindow(on);
+    // Even a window that is disabled already would be told to end what it is in the middle of.
+    if (sender_ != nullptr && (sender_->IsWindowEnabled() != 0) != (on != 0))
+        sender_->EnableWindow(on);
 }
 
 void SSysCmdUI::SetCheck(int state) {

@@ -117,8 +117,12 @@ LRESULT SMDIFrameWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) 
 
 // The active document is asked first.
 int SMDIFrameWnd::OnCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info) {
-    if (SMDIChildWnd* const child = GetActiveChild())
-        if (static_cast<SCmdTarget*>(child)->OnCmdMsg(id, packed, extra, info)) return 1;
+    const HWND handle = GetHandle();
+    if (SCmdTarget* const child = GetActiveChild()) {
+        const int handled = child->OnCmdMsg(id, packed, extra, info);
+        // A handler that leaves the command to others may have ended the frame.
+        if (handled || FromHandlePermanent(handle) != this) return handled;
+    }
     return SFrameWnd::OnCmdMsg(id, packed, extra, info);
 }
 
@@ -131,7 +135,7 @@ int SMDIChildWnd::CreateDocument(const char* text, SMDIFrameWnd* frame) {
 }
 
 int SMDIChildWnd::OnCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info) {
-    return SWnd::OnCmdMsg(id, packed, extra, info);
+    return OfferCmdMsg(id, packed, extra, info);
 }
 
 void SMDIChildWnd::Activate() {

@@ -21,8 +21,9 @@ public:
     HACCEL GetAccelTable() const noexcept { return accelerators_; }
     int PreTranslateMessage(MSG* message) override;
 
-    // The child that fills what the bars leave; null is none. It stays the caller's. Where none was
-    // set it is the child with the identifier ViewId.
+    // The child that fills what the bars leave, and is asked about commands behind the frame; null
+    // is none. It stays the caller's and may end first. Where none was set it is the child with the
+    // identifier ViewId.
     static constexpr UINT ViewId = 0xE900;
     void SetView(SWnd* view) noexcept { view_ = view; }
     SWnd* GetView() const;
@@ -31,14 +32,18 @@ public:
 
 protected:
     void OnSize(UINT how, int width, int height);
-    // The frame is asked first, then the application.
+    // The frame is asked first, then its view, then the application.
     int OnCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info) override;
+    // The frame and its view alone.
+    int OfferCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info);
 
 private:
+    SWnd* FindView();
     void OnInitMenuPopup(SMenu* popup, UINT index, BOOL isSystem);
 
     SWnd* view_ = nullptr;
-    int isLayingOut_ = 0;
+    HWND viewWindow_ = nullptr;
+    HWND layingOut_ = nullptr;
     HACCEL accelerators_ = nullptr;
 };
 

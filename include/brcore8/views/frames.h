@@ -99,7 +99,7 @@ public:
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 protected:
-    // The document alone: its frame asks it first, and the application afterwards.
+    // The document and its view alone: its frame asks them first, and the application afterwards.
     int OnCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info) override;
 };
 
