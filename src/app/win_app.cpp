@@ -40,7 +40,11 @@ SWinApp::SWinApp(const char* name)
     : commandLine_(""), name_(Duplicate(name)), previousApp_(std::exchange(g_app, this)) {}
 
 SWinApp::~SWinApp() {
-    if (g_app == this) g_app = previousApp_;
+    // They may end in any order.
+    SWinApp** place = &g_app;
+    while (*place != nullptr && *place != this)
+        place = &(*place)->previousApp_;
+    if (*place != nullptr) *place = previousApp_;
     brcore8::Release(name_);
 }
 
@@ -184,10 +188,17 @@ void brcore8::ChangeWaitCursor(int delta) {
     if (g_app != nullptr) g_app->DoWaitCursor(delta);
 }
 
-bool brcore8::PumpOneMessage() {
-    if (g_app != nullptr) return g_app->PumpMessage() != 0;
+bool brcore8::PumpOneMessage(int* quitCode) {
+    if (g_app != nullptr) {
+        if (g_app->PumpMessage()) return true;
+        *quitCode = g_app != nullptr ? static_cast<int>(g_app->GetCurrentMessage().wParam) : 0;
+        return false;
+    }
     MSG message;
-    if (GetMessageA(&message, nullptr, 0, 0) == 0) return false;
+    if (GetMessageA(&message, nullptr, 0, 0) == 0) {
+        *quitCode = static_cast<int>(message.wParam);
+        return false;
+    }
     if (SWnd::WalkPreTranslateTree(nullptr, &message)) return true;
     TranslateMessage(&message);
     DispatchMessageA(&message);

@@ -119,11 +119,9 @@ int SProgressStatusBar::PollQueue(Poll& poll) {
     while ((state_ & CancelRequestedBit) == 0 &&
            ::PeekMessageA(&next, nullptr, 0, 0, PM_NOREMOVE)) {
         if (next.message == WM_KEYDOWN && next.wParam == VK_ESCAPE) state_ |= CancelRequestedBit;
-        const bool goesOn = brcore8::PumpOneMessage();
-        if (!goesOn) {
-            const SWinApp* const app = SGetApp();
-            const int code = app != nullptr ? static_cast<int>(app->GetCurrentMessage().wParam) : 0;
-            ::PostQuitMessage(code);
+        int quitCode = 0;
+        if (!brcore8::PumpOneMessage(&quitCode)) {
+            ::PostQuitMessage(quitCode);
             if (poll.bar != nullptr) state_ |= CancelRequestedBit;
             return 1;
         }

@@ -13,8 +13,9 @@ void ChangeWaitCursor(int delta);
 // Tells the observer, inside a catch.
 void TellOfEscape(UINT message, UINT id) noexcept;
 
-// Waits for a message and deals with it, as the application does. False for the quit message.
-bool PumpOneMessage();
+// Waits for a message and deals with it, as the application does. False for the quit message, whose
+// code is then in *quitCode.
+bool PumpOneMessage(int* quitCode);
 
 }  // namespace brcore8
 

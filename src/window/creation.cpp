@@ -21,7 +21,12 @@ LRESULT CALLBACK SeeCreation(int code, WPARAM wParam, LPARAM lParam) {
 
     const auto* const info = reinterpret_cast<const CBT_CREATEWNDA*>(lParam);
     const bool isChild = (static_cast<DWORD>(info->lpcs->style) & WS_CHILD) != 0;
-    if (thread.pending != nullptr || !isChild) AttachExpected(reinterpret_cast<HWND>(wParam));
+    try {
+        if (thread.pending != nullptr || !isChild) AttachExpected(reinterpret_cast<HWND>(wParam));
+    } catch (...) {
+        // No exception crosses the platform's frames: a window that cannot be attached is refused.
+        return 1;
+    }
     const LRESULT answer = CallNextHookEx(hook, code, wParam, lParam);
     if (thread.creationHook != nullptr)
         UnhookWindowsHookEx(std::exchange(thread.creationHook, nullptr));

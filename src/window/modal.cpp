@@ -6,9 +6,10 @@ int SWnd::RunModalLoop() {
     const HWND handle = handle_;
     bits_ |= kInModalLoop;
     while (ContinueModal()) {
-        if (!brcore8::PumpOneMessage()) {
+        int quitCode = 0;
+        if (!brcore8::PumpOneMessage(&quitCode)) {
             // The quit message ends the outer loop as well.
-            PostQuitMessage(0);
+            PostQuitMessage(quitCode);
             if (FromHandlePermanent(handle) == this) bits_ &= ~kInModalLoop;
             return -1;
         }

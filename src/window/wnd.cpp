@@ -35,15 +35,18 @@ SWnd::~SWnd() {
     if (thread.pending == this) thread.pending = nullptr;
     if (handle_ == nullptr || FromHandlePermanent(handle_) != this) return;
     // The derived class is gone: its window gets no more messages from here.
+    const bool owns = (bits_ & kOwnsWindow) != 0;
     const HWND handle = (bits_ & kSubclassed) != 0 ? UnsubclassWindow() : Detach();
-    if ((bits_ & kOwnsWindow) != 0) ::DestroyWindow(handle);
+    if (owns) ::DestroyWindow(handle);
 }
 
 int SWnd::Attach(HWND handle) {
+    if (handle != nullptr && handle != handle_) bits_ &= ~kOwnsWindow;
     return WindowMap::Attach(*this, handle);
 }
 
 HWND SWnd::Detach() {
+    bits_ &= ~kOwnsWindow;
     return WindowMap::Detach(*this);
 }
 
@@ -107,7 +110,8 @@ int SWnd::CreateEx(DWORD exStyle, const char* className, const char* text, DWORD
                         static_cast<DWORD>(create.style), create.x, create.y, create.cx, create.cy,
                         create.hwndParent, create.hMenu, create.hInstance, create.lpCreateParams);
     if (!brcore8::WindowCame() || handle == nullptr) return 0;
-    bits_ |= kOwnsWindow;
+    // A handler may have let go of it.
+    if (handle_ == handle) Own();
     return 1;
 }
 

@@ -25,6 +25,8 @@ public:
     static int Attach(Wrapper& wrapper, Handle handle) {
         if (handle == nullptr) return 0;
         Get().SetPermanent(handle, &wrapper);
+        // The one before must not lead here any more.
+        if (wrapper.handle_ != handle) Detach(wrapper);
         wrapper.handle_ = handle;
         return 1;
     }

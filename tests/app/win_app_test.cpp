@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <memory>
 #include <string>
 #include <thread>
 
@@ -77,6 +78,21 @@ TEST_F(Application, TheLastOneConstructedIsTheProcesss) {
     EXPECT_EQ(first.GetCmdLineString(), line);
     EXPECT_EQ(first.GetShowCommand(), SW_SHOWNORMAL);
     EXPECT_EQ(first.InitApplication() + first.InitInstance(), 2);
+}
+
+TEST_F(Application, ApplicationsEndInAnyOrder) {
+    auto first = std::make_unique<SWinApp>("First");
+    auto second = std::make_unique<SWinApp>("Second");
+    auto third = std::make_unique<SWinApp>("Third");
+    second.reset();
+    EXPECT_EQ(SGetApp(), third.get());
+    third.reset();
+    EXPECT_EQ(SGetApp(), first.get());
+    auto last = std::make_unique<SWinApp>("Last");
+    first.reset();
+    EXPECT_EQ(SGetApp(), last.get());
+    last.reset();
+    EXPECT_EQ(SGetApp(), nullptr);
 }
 
 TEST_F(Application, TwoIdlePassesFollowWhatCounts) {

@@ -330,11 +330,12 @@ TEST_F(Windows, AModalLoopEndsWithItsResult) {
     EXPECT_EQ(modal.RunModalLoop(), 42);
     PostQuitMessage(5);
     EXPECT_EQ(modal.RunModalLoop(), -1);
-    // The quit goes on to the outer loop.
+    // The quit goes on to the outer loop, with its code.
     MSG message;
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT) {
     }
     EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT));
+    EXPECT_EQ(message.wParam, 5u);
 }
 
 }  // namespace
