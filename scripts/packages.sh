@@ -51,6 +51,7 @@ needs_measure='
 libbenchmark-dev /usr/include/benchmark/benchmark.h
 python3 python3
 qtbase5-dev /usr/include/x86_64-linux-gnu/qt5/QtCore/QtCore
+libwxgtk3.2-dev wx-config
 libabsl-dev /usr/include/absl/strings/str_split.h
 libboost-dev /usr/include/boost/container/flat_map.hpp
 libmimalloc-dev /usr/lib/x86_64-linux-gnu/libmimalloc.so

@@ -73,7 +73,9 @@ def row_of(workload, contestants, goal):
                                                                      key=lambda item: item[1]))
     if ours is None or not medians:
         return [workload, shown(ours) if ours else "-", peers, "", "", ""], None
-    fastest = min(medians, key=medians.get)
+    # What does less than the task, a limit, stands in parentheses.
+    able = [name for name in medians if not name.startswith("(")]
+    fastest = min(able or medians, key=medians.get)
     against = goal.against if goal and goal.against != "fastest" else fastest
     if against not in medians:
         sys.exit(f"{workload}: nothing was measured for {against}")
@@ -119,9 +121,10 @@ def write(output, times, growth, goals):
     lines = ["# How fast it is", "",
              "Written by `./measure`, which installs the peers, runs every workload at least five times, its",
              "contestants in turn, and takes medians. The ratio is our time over that of the peer compared with,",
-             "the fastest one unless the goal names another; below 1 is faster. Ratios hold elsewhere, times",
-             "do not. Times are the processor's, but the clock's where a workload waits for the disk, uses several",
-             "threads, or is a whole run of the command and of other programs (`..._process`, output thrown away).", "",
+             "the fastest one unless the goal names another; below 1 is faster. A limit, which does less than the",
+             "task, stands in parentheses beside the peers. Ratios hold elsewhere, times do not. Times are the",
+             "processor's, but the clock's where a workload waits for the disk, uses several threads, or is a whole",
+             "run of the command and of other programs (`..._process`, output thrown away) or many (`process_300`).", "",
              f"Measured on: {machine()}.", ""]
     if os.getloadavg()[2] > os.cpu_count():
         lines += ["Other work had the processors meanwhile: rows that go by the clock are to be measured again.", ""]

@@ -4,8 +4,9 @@
 # file of results/: what Google Benchmark writes (.json), or the seconds of whole processes (.tsv).
 
 repetitions=5
-bench=$root/build/bench/bin/brcore8_bench
-brcore8=$root/build/bench/bin/brcore8
+bin=$root/build/bench/bin
+bench=$bin/brcore8_bench
+brcore8=$bin/brcore8
 
 # Whole processes, their output thrown away: one line a contestant, WORKLOAD|CONTESTANT|COMMAND.
 processes() {
@@ -25,6 +26,9 @@ text/preprocess_50m_process|unifdef|unifdef -x2 -DFEATURE $data/source_50m.txt
 text/preprocess_50m_process|cpp|cpp -P -undef -DFEATURE $data/source_50m.txt
 text/rtf_to_text_8m_process|brcore8|$brcore8 rtf text $data/document_8m.rtf
 text/rtf_to_text_8m_process|unrtf|unrtf --text --nopict $data/document_8m.rtf
+startup/process_300|brcore8|$bin/starts 300 $bin/startup_uses_library
+startup/process_300|an empty C++ program|$bin/starts 300 $bin/startup_empty
+startup/process_300|(without the C++ run-time)|$bin/starts 300 $bin/startup_nothing
 EOF
 }
 

@@ -1,0 +1,2 @@
+// A program that does nothing: what its start and end cost.
+int main() {}
