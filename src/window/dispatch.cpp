@@ -57,6 +57,14 @@ int SignedHigh(std::uintptr_t parameter) noexcept {
     return static_cast<std::int16_t>(HIWORD(parameter));
 }
 
+// A handler that leaves its message to others may have ended the window, and its wrapper, which is
+// only compared: then there are no others, and the result is 0.
+int EndedMeanwhile(HWND handle, const SWnd* wrapper, LRESULT* result) {
+    if (handle == nullptr || SWnd::FromHandlePermanent(handle) == wrapper) return 0;
+    if (result != nullptr) *result = 0;
+    return 1;
+}
+
 }  // namespace
 
 SMessageCacheStats SGetMessageCacheStats() noexcept {
@@ -83,16 +91,8 @@ int SWnd::OnControlMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* resu
         if (header == nullptr || header->hwndFrom == nullptr) return 0;
         handled = OnNotify(wParam, header, &answer);
     }
-    if (!handled) return HasEnded(handle, result);
+    if (!handled) return EndedMeanwhile(handle, this, result);
     if (result != nullptr) *result = answer;
-    return 1;
-}
-
-// A handler that leaves its message to others may have ended the window, and this with it: then
-// there are no others, and the result is 0.
-int SWnd::HasEnded(HWND handle, LRESULT* result) const {
-    if (handle == nullptr || FromHandlePermanent(handle) == this) return 0;
-    if (result != nullptr) *result = 0;
     return 1;
 }
 
@@ -140,7 +140,7 @@ int SWnd::Dispatch(const SMsgEntry& row, WPARAM w, LPARAM lParam, LRESULT* answe
         case 48: {
             const HWND handle = handle_;
             result = call.four(this, Low(w), High(w), Low(l), High(l));
-            if (result == 0) return HasEnded(handle, answer);
+            if (result == 0) return EndedMeanwhile(handle, this, answer);
             break;
         }
         default: return 0;

@@ -258,7 +258,6 @@ private:
     void OnNcDestroy();
     int OnControlMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     int Dispatch(const SMsgEntry& row, WPARAM wParam, LPARAM lParam, LRESULT* answer);
-    int HasEnded(HWND handle, LRESULT* result) const;
 
     HWND handle_ = nullptr;
     std::int32_t bits_ = 0;
