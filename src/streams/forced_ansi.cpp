@@ -122,6 +122,7 @@ private:
 
 SInputForcedANSIStream::~SInputForcedANSIStream() {
     brcore8::Release(block_);
+    brcore8::Release(marked_);
 }
 
 int SInputForcedANSIStream::Next() {
@@ -213,8 +214,25 @@ unsigned long SInputForcedANSIStream::Available() {
     return brcore8::AddCounts(read, SInputMultiFormat::Available());
 }
 
+// The wrapped stream stands behind what was read ahead, so its own mark is not enough.
+void SInputForcedANSIStream::Mark(unsigned long limit) {
+    const unsigned long count = ahead_.Count();
+    auto* const kept = count != 0 ? static_cast<unsigned char*>(brcore8::Allocate(count)) : nullptr;
+    try {
+        SInputMultiFormat::Mark(limit);
+    } catch (...) {
+        brcore8::Release(kept);
+        throw;
+    }
+    std::copy_n(ahead_.next, count, kept);
+    brcore8::Release(std::exchange(marked_, kept));
+    markedCount_ = count;
+    markedPending_ = pending_;
+    ahead_ = {marked_, marked_ + count};
+}
+
 void SInputForcedANSIStream::Reset() {
     SInputMultiFormat::Reset();
-    ahead_ = {};
-    pending_ = -1;
+    ahead_ = {marked_, marked_ + markedCount_};
+    pending_ = markedPending_;
 }

@@ -192,6 +192,65 @@ TEST_F(EncodingTest, RefusesMalformedText) {
     }
 }
 
+// A place is kept to the byte, however the text before it was read.
+TEST_F(EncodingTest, ForcedAnsiComesBackToItsMark) {
+    const std::string plain(200, 'x');
+    const struct {
+        const char* name;
+        int page;
+        Format format;
+        std::string bytes;
+        unsigned long before;  // bytes to read, as far as they come
+        std::string after;
+    } rows[] = {
+        {"at the start", 1252, Utf8, "ab" + plain, 0, "ab" + plain},
+        {"behind malformed text", 1252, Utf8, "ab\xC3(cd\n" + plain, 900, "cd\r\n" + plain},
+        {"behind an end marker", 1252, Utf16, Units(u"a\uFFFF\u20ACc\n"), 900,
+         "\x80"
+         "c\r\n"},
+        {"within a line end", 1252, Ansi, "a\nb" + plain, 2, "\nb" + plain},
+        {"within a character", 932, Utf8, "\xE3\x81\x82z" + plain, 1, "\xA0z" + plain},
+    };
+    for (const auto& row : rows) {
+        const PageScope page(row.page);
+        for (const bool singly : {true, false}) {
+            SCOPED_TRACE(std::string(row.name) + (singly ? ", singly" : ", in a block"));
+            SInputBuffer source(row.bytes.data(), static_cast<int>(row.bytes.size()));
+            SInputForcedANSIStream in(source, 3, row.format, SKnownFormat());
+            try {
+                char block[1000];
+                if (!singly) in.Read(block, row.before);
+                for (unsigned long i = 0; singly && i < row.before && in.Read() != -1;)
+                    ++i;
+            } catch (const SEUTFException&) {
+            }
+            in.Mark(0);
+            EXPECT_EQ(SReadAll(in), row.after);
+            in.Reset();
+            EXPECT_EQ(in.Read(), row.after[0]);
+            in.Mark(0);
+            for (int round = 0; round < 2; ++round) {
+                EXPECT_EQ(SReadAll(in), row.after.substr(1));
+                in.Reset();
+            }
+        }
+    }
+}
+
+TEST_F(EncodingTest, ForcedAnsiKeepsItsPlaceWhenAMarkIsRefused) {
+    const std::string bytes = "ab\xC3(cd" + std::string(200, 'x');
+    char block[1000];
+    Source markless(bytes);
+    SInputForcedANSIStream in(markless, 3, Utf8, SKnownFormat());
+    EXPECT_EQ(Thrown([&] { in.Read(block, sizeof block); }), kBadUtf);
+    EXPECT_EQ(Thrown([&] { in.Mark(0); }), "SENotImplemented");
+    {
+        FailNthAllocation fail(1);
+        EXPECT_EQ(Thrown([&] { in.Mark(0); }), "SEOutOfMemory");
+    }
+    EXPECT_EQ(SReadAll(in), bytes.substr(4));
+}
+
 // ---- Lines ------------------------------------------------------------------------------------
 
 Lines LinesOf(std::string_view text) {
@@ -271,6 +330,10 @@ TEST(TextLines, KeepsEveryUnitAndPlace) {
     EXPECT_EQ(count, std::size(lines));
     EXPECT_EQ(place, text.size());
     static_assert(std::forward_iterator<SWideTextLines::iterator>);
+    auto after = range.begin();
+    const auto before = after++;
+    EXPECT_EQ(*before, u"a");
+    EXPECT_EQ(*after, u"\uFFFF");
 }
 
 // Random bytes: the reader and the cutter agree, and the pieces make up the whole.

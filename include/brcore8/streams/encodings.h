@@ -100,7 +100,9 @@ class BRCORE8_API SInputForcedANSIStream : public SInputMultiFormat {
     int IsEOF() override;
     // Bytes of the source: the text may come out longer or shorter.
     unsigned long Available() override;
-    // A mark between the CR of a line end and its LF forgets the LF.
+    // Back to the very byte: between the CR and the LF of a line end, or behind malformed text,
+    // too.
+    void Mark(unsigned long limit) override;
     void Reset() override;
 
 private:
@@ -110,6 +112,10 @@ private:
 
     unsigned char* block_ = nullptr;
     int pending_ = -1;  // the byte that follows the one returned last; below 1 when none
+    // What was read ahead, and the byte that was due, when the mark was set.
+    unsigned char* marked_ = nullptr;
+    unsigned long markedCount_ = 0;
+    int markedPending_ = -1;
 };
 
 // Lines of any text.
