@@ -8,12 +8,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <memory>
 #include <new>
 #include <string>
 #include <string_view>
 
 #include "platform/byte_search.h"
+#include "streams/byte_block.h"
 #include "strings/code_page.h"
 
 SIMPLEMENT_CLASS(SOutputStringStream, SOutputFilterStream, 0);
@@ -67,9 +67,10 @@ void SOutputStringStream::WriteUtf8(std::string_view text) {
     const unsigned char* const end = next + text.size();
     const auto beyond = std::count_if(next, end, [](unsigned char byte) { return byte >= 0x80; });
     constexpr std::size_t kStep = 16;
-    const std::size_t most = text.size() + 2 * static_cast<std::size_t>(beyond) + kStep;
-    const auto utf8 = std::make_unique_for_overwrite<unsigned char[]>(most);
-    unsigned char* out = utf8.get();
+    brcore8::ByteBlock utf8;
+    auto* const begin = reinterpret_cast<unsigned char*>(
+        utf8.Room(text.size() + 2 * static_cast<std::uint64_t>(beyond) + kStep));
+    unsigned char* out = begin;
     // A run of ASCII, which may be empty, and the character behind it.
     while (page.IsPlainAscii() && end - next > std::ptrdiff_t{kStep}) {
         const std::size_t run = brcore8::CopySixteen(next, out);
@@ -78,7 +79,7 @@ void SOutputStringStream::WriteUtf8(std::string_view text) {
     }
     while (next != end)
         out = PutUnit(page.WideOf(*next++), out);
-    WriteBlock({reinterpret_cast<char*>(utf8.get()), static_cast<std::size_t>(out - utf8.get())});
+    WriteBlock({utf8.Data(), static_cast<std::size_t>(out - begin)});
 }
 
 void SOutputStringStream::Write(const SString& text) {
