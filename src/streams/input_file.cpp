@@ -110,6 +110,8 @@ bool SSeekableInputANSIFile::Fill() {
 int SSeekableInputANSIFile::Read() {
     if (position_ == count_ && !Fill()) return -1;
     file_.Tick(1);
+    // The indicator may have read on, or closed the file.
+    if (position_ == count_ && !Fill()) return -1;
     return static_cast<unsigned char>(buffer_[position_++]);
 }
 
@@ -131,8 +133,8 @@ SString SSeekableInputANSIFile::ReadLn() {
     for (;;) {
         const unsigned long unread = count_ - position_;
         const auto* const text = reinterpret_cast<unsigned char*>(buffer_ + position_);
-        length += static_cast<unsigned long>(
-            brcore8::FindLineEnd(text + length, unread - length, '\0'));
+        length +=
+            static_cast<unsigned long>(brcore8::FindLineEnd(text + length, unread - length, '\0'));
         if (length != unread || !Fill()) break;
     }
     SString line(std::string_view(buffer_ + position_, length));

@@ -3,6 +3,9 @@
 
 #include "streams/support.h"
 
+#include <functional>
+#include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -150,6 +153,69 @@ TEST(InputFile, ReportsEveryReadOfASmallFile) {
     for (int i = 0; i < 3; ++i)
         file.Read();
     EXPECT_EQ(progress.positions, (std::vector<std::uint64_t>{0, 1, 2, 3}));
+}
+
+// An indicator that acts when it is first told a position.
+class Hostile : public Progress {
+public:
+    void SetPosition(std::uint64_t position) override {
+        Progress::SetPosition(position);
+        if (act) std::exchange(act, nullptr)();
+    }
+    std::function<void()> act;
+};
+
+template <class File>
+void SurvivesItsIndicator() {
+    const Folder folder;
+    const std::string path = folder / "file";
+    const std::string bytes(90, 'x');
+    Put(path, bytes);
+    std::string seen;
+    const auto read = [&seen](File& file) {
+        const int byte = file.Read();
+        if (byte != -1) seen += static_cast<char>(byte);
+        return byte != -1;
+    };
+    {
+        SCOPED_TRACE("it closes the file");
+        Hostile hostile;
+        File file(path.c_str(), &hostile);
+        hostile.act = [&file] { file.Close(); };
+        read(file);
+        EXPECT_EQ(file.Read(), -1);
+        EXPECT_EQ(file.Available(), 0u);
+        EXPECT_TRUE(file.IsEOF());
+    }
+    {
+        SCOPED_TRACE("it reads on to the end");
+        seen.clear();
+        Hostile hostile;
+        File file(path.c_str(), &hostile);
+        hostile.act = [&] {
+            while (read(file)) {
+            }
+        };
+        read(file);
+        EXPECT_EQ(seen, bytes) << "each byte once";
+        EXPECT_EQ(file.Available(), 0u);
+    }
+    {
+        SCOPED_TRACE("it throws");
+        Hostile hostile;
+        File file(path.c_str(), &hostile);
+        hostile.act = [] { throw std::runtime_error("indicator"); };
+        EXPECT_THROW(file.Read(), std::runtime_error);
+        EXPECT_GE(SReadAll(file).size(), bytes.size() - 1);
+        Hostile early;
+        early.act = [] { throw std::runtime_error("indicator"); };
+        EXPECT_THROW(File(path.c_str(), &early), std::runtime_error);
+    }
+}
+
+TEST(Progress, MayCloseTheFileReadOnOrThrow) {
+    SurvivesItsIndicator<SInputFile>();
+    SurvivesItsIndicator<SSeekableInputANSIFile>();
 }
 
 TEST(InputFile, CountsBeyondFourGigabytes) {
