@@ -51,8 +51,12 @@ int SFileFind::FindFile(const char* mask, unsigned long attributes) {
         const std::size_t slash = path.find_last_of(brcore8::kFolderSeparators);
         if (slash != path.npos) state->folder = path.substr(0, slash + 1);
         state->wanted = attributes;
+        SetLastError(0);
         state->handle = FindFirstFileA(mask, &state->found);
-        if (state->handle == INVALID_HANDLE_VALUE) return 0;
+        if (state->handle == INVALID_HANDLE_VALUE) {
+            if (GetLastError() == ERROR_NOT_ENOUGH_MEMORY) brcore8::ThrowOutOfMemory();
+            return 0;
+        }
         state_ = std::move(state);
     } catch (const std::bad_alloc&) {
         brcore8::ThrowOutOfMemory();

@@ -1,5 +1,7 @@
 #include "platform/posix/find.h"
 
+#include <brcore8/platform/posix/last_error.h>
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <fnmatch.h>
@@ -93,6 +95,7 @@ HANDLE FindFirstFileA(const char* mask, WIN32_FIND_DATAA* found) noexcept {
         std::unique_ptr<Search> search = Start(mask, found);
         return search != nullptr ? search.release() : INVALID_HANDLE_VALUE;
     } catch (const std::bad_alloc&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return INVALID_HANDLE_VALUE;
     }
 }
