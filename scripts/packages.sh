@@ -25,6 +25,7 @@ unzip unzip
 zip zip
 groff-base groff
 zsh zsh
+locales /usr/share/i18n/locales/de_DE
 '
 needs_all='
 ccache ccache

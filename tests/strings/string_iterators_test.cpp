@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "support/page_scope.h"
@@ -180,16 +182,53 @@ TEST(StringIterators, PositionsCompareMoveAndReturn) {
     EXPECT_EQ(at.GetPointer(), static_cast<const char*>(text));
 }
 
+// Of a text whose items are "a" and "b": a copy stays where it was, the end is the end, and the way
+// back leads to the first item.
+template <class Iterator>
+void WalksAndGoesBack(const SString& text, Iterator item) {
+    const Iterator first = item++;
+    EXPECT_TRUE(item != first);
+    EXPECT_EQ((*first).View(), "a");
+    EXPECT_EQ((*item).View(), "b");
+    EXPECT_EQ((*item++).View(), "b");
+    EXPECT_FALSE(item++);
+    EXPECT_FALSE(item);
+    item.reset();
+    EXPECT_TRUE(item == first);
+    EXPECT_EQ(item.GetPointer(), static_cast<const char*>(text));
+    EXPECT_EQ((*item).View(), "a");
+}
+
 TEST(StringIterators, ResetGoesBackToTheFirstItem) {
-    const SString text = "a b";
-    SString::word_iterator word(text);
-    const SString::word_iterator first = word++;
-    EXPECT_TRUE(word != first);
-    EXPECT_EQ((*word).View(), "b");
-    word.reset();
-    EXPECT_TRUE(word == first);
-    EXPECT_EQ(word.GetPointer(), static_cast<const char*>(text));
-    EXPECT_EQ((*word).View(), "a");
+    const SString lines = "a\r\nb", words = "a b", parts = "a,b";
+    WalksAndGoesBack(lines, SString::line_iterator(lines));
+    WalksAndGoesBack(words, SString::word_iterator(words));
+    WalksAndGoesBack(parts, SString::parts_iterator(parts, ','));
+}
+
+// The same of views, which algorithms of the standard library walk.
+template <class View>
+void WalksWithCopies(const View& view) {
+    auto at = view.begin();
+    const auto first = at++;
+    EXPECT_TRUE(first == view.begin() && at != first);
+    EXPECT_EQ(*first, *view.begin());
+    const auto second = at;
+    EXPECT_TRUE(at++ == second);
+    EXPECT_TRUE(at == view.end());
+    EXPECT_EQ(std::distance(first, view.end()), 2);
+    static_assert(std::forward_iterator<decltype(at)>);
+}
+
+TEST(StringIterators, CopiesOfViewsStayBehind) {
+    WalksWithCopies(SLines("a\nb"));
+    WalksWithCopies(SWords("a b"));
+    WalksWithCopies(SParts("a,b", ','));
+    const std::string_view text = "ab";
+    WalksWithCopies(SCharacters(text));
+    auto at = SCharacters(text).begin();
+    EXPECT_EQ(*at++, 'a');
+    EXPECT_EQ(at.GetPointer(), text.data() + 1);
 }
 
 TEST(StringIterators, AssignmentWritesThrough) {
