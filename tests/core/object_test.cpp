@@ -3,12 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <filesystem>
 #include <memory>
 #include <optional>
+#include <random>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "plugin.h"
 #include "support/failing_allocator.h"
 
 namespace {
@@ -272,6 +275,39 @@ TEST(ClassChainThreads, LoadAndUnloadLibraries) {
     EXPECT_EQ(After(tail), "");
     const Named late("C");
     EXPECT_EQ(After(tail), "C ");
+}
+
+// Two modules, each with a class of one name, which eight threads load and unload out of order.
+TEST(ClassChainThreads, ModulesComeAndGo) {
+    namespace fs = std::filesystem;
+    const SClassInfo* const tail = Tail();
+    const fs::path original = BRCORE8_PLUGIN;
+    const fs::path folder =
+        fs::temp_directory_path() / ("brcore8-modules-" + std::to_string(std::random_device()()));
+    ASSERT_TRUE(fs::create_directory(folder));
+    std::string paths[2];
+    for (int i = 0; i < 2; ++i) {
+        const fs::path copy = folder / ("copy" + std::to_string(i) + original.extension().string());
+        fs::copy_file(original, copy);
+        paths[i] = copy.string();
+    }
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 8; ++thread) {
+        threads.emplace_back([&paths, thread] {
+            for (int round = 0; round < 20; ++round) {
+                auto first = std::make_unique<Plugin>(paths[thread % 2].c_str());
+                const auto second = std::make_unique<Plugin>(paths[(thread + 1) % 2].c_str());
+                if (round % 2 != 0) first.reset();
+                EXPECT_NE(second->Find<void(int)>("ThrowInPlugin"), nullptr);
+                EXPECT_NE(SFindClass("STestPlugin"), nullptr);
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(After(tail), "");
+    EXPECT_EQ(SFindClass("STestPlugin"), nullptr);
+    fs::remove_all(folder);
 }
 
 }  // namespace
