@@ -128,6 +128,7 @@
 #include <brcore8/window/handle_map.h>
 #include <brcore8/window/menu.h>
 #include <brcore8/window/menu_cmd_ui.h>
+#include <brcore8/window/scaled.h>
 #include <brcore8/window/wnd.h>
 
 #endif

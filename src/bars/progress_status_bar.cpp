@@ -1,6 +1,7 @@
 #include <brcore8/app/win_app.h>
 #include <brcore8/bars/progress_status_bar.h>
 #include <brcore8/core/module.h>
+#include <brcore8/window/scaled.h>
 
 #include "routing/routing.h"
 
@@ -8,7 +9,10 @@
 
 namespace {
 constexpr UINT kProgressId = 0xE810, kCancelId = 0xE811;
-}
+
+// Pixels of 96 an inch, but for the edge.
+constexpr int kMostProgress = 200, kGap = 4, kEdge = 2;
+}  // namespace
 
 SIMPLEMENT_CREATABLE(SProgressStatusBar, SStatusBar, 2);
 SIMPLEMENT_MESSAGE_MAP(SProgressStatusBar, SStatusBar, SOnSize<&SProgressStatusBar::OnSize>(),
@@ -156,27 +160,27 @@ int SProgressStatusBar::AskWhetherMeant(Poll& poll) {
 int SProgressStatusBar::GetReservedWidth() const {
     const int grip = GetGripWidth();
     if (!InProgress()) return grip;
-    constexpr int kMaxProgress = 200, kGap = 4;
+    const int most = SScaled(kMostProgress, GetHandle()), gap = SScaled(kGap, GetHandle());
     const int width = GetClientRect().right;
-    const int button = (state_ & CancellableBit) != 0 ? static_cast<int>(buttonSize_.cx) + kGap : 0;
-    return grip + button + std::min(width / 3, kMaxProgress) + kGap;
+    const int button = (state_ & CancellableBit) != 0 ? static_cast<int>(buttonSize_.cx) + gap : 0;
+    return grip + button + std::min(width / 3, most) + gap;
 }
 
 void SProgressStatusBar::LayoutProgress() {
     if (GetHandle() == nullptr || progress_.GetHandle() == nullptr) return;
     const bool hasButton = InProgress() && (state_ & CancellableBit) != 0;
     if (InProgress()) {
-        constexpr int kGap = 4, kEdge = 2;
+        const int gap = SScaled(kGap, GetHandle());
         const RECT client = GetClientRect();
         const int height = std::max<int>(client.bottom - 2 * kEdge, 0);
-        const int left = client.right - GetReservedWidth() + kGap;
+        const int left = client.right - GetReservedWidth() + gap;
         int right = client.right - GetGripWidth();
         if (hasButton) {
             const int width = static_cast<int>(buttonSize_.cx);
             right -= width;
             cancel_.SetWindowPos(nullptr, right, kEdge, width, height,
                                  SWP_NOZORDER | SWP_NOACTIVATE);
-            right -= kGap;
+            right -= gap;
         }
         progress_.SetWindowPos(nullptr, left, kEdge, std::max(right - left, 0), height,
                                SWP_NOZORDER | SWP_NOACTIVATE);

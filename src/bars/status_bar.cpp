@@ -1,5 +1,6 @@
 #include <brcore8/bars/status_bar.h>
 #include <brcore8/routing/cmd_ui.h>
+#include <brcore8/window/scaled.h>
 
 #include <algorithm>
 #include <vector>
@@ -141,13 +142,14 @@ int SStatusBar::RecalcPanes() {
     const int between = borders[2];
     const int end = std::max(static_cast<int>(GetClientRect().right) - GetReservedWidth(), 0);
 
+    const int margin = SScaled(kTextMargin, GetHandle());
     const int count = GetShownCount();
     std::vector<int> edges(static_cast<std::size_t>(count));
     const auto roomOf = [&](int shown) {
         const SStatusBarPane& pane = Shown(shown);
         const bool isGone = (pane.style & SStatusBarPane::SizeToText) != 0 &&
                             ((pane.style & SStatusBarPane::Disabled) != 0 || pane.width <= 0);
-        return isGone ? 0 : std::clamp(pane.width, 0, end) + kTextMargin + between;
+        return isGone ? 0 : std::clamp(pane.width, 0, end) + margin + between;
     };
     int first = end;
     for (int i = 1; i < count && first > 0; ++i)

@@ -1,5 +1,6 @@
 #include <brcore8/bars/status_bar.h>
 #include <brcore8/core/exception.h>
+#include <brcore8/window/scaled.h>
 
 SIMPLEMENT_CREATABLE(SStatusBarLayout, SObject, 2);
 
@@ -46,7 +47,8 @@ int SStatusBarLayout::InsertPane(int index, unsigned int id, unsigned long style
         if (panes_.GetCount() == panes_.GetCapacity()) panes_.GrowTo(panes_.GetCount() + kGrowth);
         SStatusBarPane pane;
         pane.id = id;
-        pane.width = (style & SStatusBarPane::SizeToText) != 0 ? 0 : kDefaultWidth;
+        const HWND bar = bar_ != nullptr ? bar_->GetHandle() : nullptr;
+        pane.width = (style & SStatusBarPane::SizeToText) != 0 ? 0 : SScaled(kDefaultWidth, bar);
         pane.style = style;
         panes_.Insert(index, std::move(pane));
     } catch (const SEOutOfMemory&) {

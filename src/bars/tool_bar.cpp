@@ -2,6 +2,7 @@
 
 #include <brcore8/graphics/window_dc.h>
 #include <brcore8/routing/cmd_ui.h>
+#include <brcore8/window/scaled.h>
 
 #include <utility>
 
@@ -132,10 +133,11 @@ void SToolBar::OnCaptureChanged(SWnd*) {
 // --- The look -----------------------------------------------------------------------------------
 
 int SToolBar::WidthOf(SDC& dc, const Button& button) const {
-    if (button.command == 0) return kGap;
+    const int gap = SScaled(kGap, GetHandle());
+    if (button.command == 0) return gap;
     if (images_ != nullptr && images_->Find(button.command) >= 0)
-        return images_->GetImageSize().cx + kGap;
-    return dc.GetTextExtent(button.text).cx + 2 * kGap;
+        return images_->GetImageSize().cx + gap;
+    return dc.GetTextExtent(button.text).cx + 2 * gap;
 }
 
 RECT SToolBar::GetButtonRect(int index) const {
@@ -178,7 +180,8 @@ void SToolBar::OnPaint() {
         if (isDown) dc.Draw3dRect(rect, dark, light);
         if (images_ != nullptr && images_->Find(button.command) >= 0) {
             const SIZE size = images_->GetImageSize();
-            images_->DrawCommand(dc, button.command, rect.left + kGap / 2 + isDown,
+            images_->DrawCommand(dc, button.command,
+                                 rect.left + SScaled(kGap, GetHandle()) / 2 + isDown,
                                  (rect.top + rect.bottom - size.cy) / 2 + isDown, ILD_TRANSPARENT);
             continue;
         }

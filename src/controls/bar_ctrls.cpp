@@ -1,6 +1,7 @@
 #include <brcore8/controls/bar_ctrls.h>
 
 #include <brcore8/graphics/window_dc.h>
+#include <brcore8/window/scaled.h>
 
 #include <string_view>
 
@@ -167,8 +168,12 @@ UINT SToolBarCatCtrl::HitTest(POINT point) const {
     const RECT client = GetClientRect();
     if (current_ < 0 || !PtInRect(&client, point)) return 0;
     const std::vector<Button>& buttons = categories_[static_cast<std::size_t>(current_)].buttons;
-    const auto row = static_cast<std::size_t>(point.y / kRowHeight);
+    const auto row = static_cast<std::size_t>(point.y / RowHeight());
     return row < buttons.size() ? buttons[row].command : 0;
+}
+
+int SToolBarCatCtrl::RowHeight() const noexcept {
+    return SScaled(22, GetHandle());
 }
 
 void SToolBarCatCtrl::OnLButtonDown(UINT, int x, int y) {
@@ -185,14 +190,16 @@ void SToolBarCatCtrl::OnPaint() {
     if (current_ < 0) return;
     const SSelected font(dc, ::GetStockObject(DEFAULT_GUI_FONT));
     dc.SetBkMode(TRANSPARENT);
-    RECT row{0, 0, GetClientRect().right, kRowHeight};
+    const int height = RowHeight(), edge = SScaled(3, GetHandle());
+    RECT row{0, 0, GetClientRect().right, height};
     for (const Button& button : categories_[static_cast<std::size_t>(current_)].buttons) {
         const bool isPicked = button.command == picked_;
         if (isPicked) dc.FillSolidRect(row, ::GetSysColor(COLOR_HIGHLIGHT));
-        if (images_ != nullptr) images_->DrawCommand(dc, button.command, row.left + 3, row.top + 3);
-        RECT text{row.left + kRowHeight + 4, row.top, row.right, row.bottom};
+        if (images_ != nullptr)
+            images_->DrawCommand(dc, button.command, row.left + edge, row.top + edge);
+        RECT text{row.left + height + edge + 1, row.top, row.right, row.bottom};
         dc.SetTextColor(::GetSysColor(isPicked ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT));
         dc.DrawText(button.text, text, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
-        OffsetRect(&row, 0, kRowHeight);
+        OffsetRect(&row, 0, height);
     }
 }

@@ -2,6 +2,7 @@
 
 #include <brcore8/controls/list_ctrls.h>
 #include <brcore8/graphics/window_dc.h>
+#include <brcore8/window/scaled.h>
 
 #include <algorithm>
 #include <cstring>
@@ -251,7 +252,7 @@ int SCheckListBoxCtrl::ItemHeight() const {
     const SSelected selected(dc, font);
     TEXTMETRICA metrics{};
     dc.GetTextMetrics(&metrics);
-    return std::max<int>(metrics.tmHeight, 12) + 4;
+    return std::max<int>(metrics.tmHeight, SScaled(12, GetHandle())) + SScaled(4, GetHandle());
 }
 
 int SCheckListBoxCtrl::VisibleCount() const {
@@ -293,7 +294,8 @@ void SCheckListBoxCtrl::OnPaint() {
         dc.FillSolidRect(row, ::GetSysColor(isCurrent ? COLOR_HIGHLIGHT : COLOR_WINDOW));
         dc.FillSolidRect(box, ::GetSysColor(item.isEnabled ? COLOR_WINDOW : COLOR_BTNFACE));
         dc.FrameSolidRect(box, ::GetSysColor(COLOR_WINDOWFRAME));
-        InflateRect(&box, -3, -3);
+        const int mark = SScaled(3, GetHandle());
+        InflateRect(&box, -mark, -mark);
         if (item.check != kUnchecked)
             dc.FillSolidRect(
                 box, ::GetSysColor(item.check == kChecked ? COLOR_WINDOWTEXT : COLOR_BTNSHADOW));

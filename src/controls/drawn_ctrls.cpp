@@ -1,6 +1,7 @@
 #include <brcore8/controls/drawn_ctrls.h>
 
 #include <brcore8/graphics/window_dc.h>
+#include <brcore8/window/scaled.h>
 
 #include <algorithm>
 
@@ -253,10 +254,11 @@ RECT STabBeam::GetTabRect(int index) const {
     if (index < 0 || index >= GetTabCount()) return {};
     SScreenDC dc;
     const SSelected font(dc, ::GetStockObject(DEFAULT_GUI_FONT));
-    RECT rect{2, 0, 2, kHeight};
+    const int margin = SScaled(16, GetHandle());
+    RECT rect{2, 0, 2, SScaled(kHeight, GetHandle())};
     for (int i = 0; i <= index; ++i) {
         rect.left = rect.right;
-        rect.right += dc.GetTextExtent(tabs_[static_cast<std::size_t>(i)]).cx + 16;
+        rect.right += dc.GetTextExtent(tabs_[static_cast<std::size_t>(i)]).cx + margin;
     }
     return rect;
 }

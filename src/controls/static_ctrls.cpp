@@ -1,6 +1,7 @@
 #include <brcore8/controls/static_ctrls.h>
 
 #include <brcore8/graphics/window_dc.h>
+#include <brcore8/window/scaled.h>
 
 SIMPLEMENT_CREATABLE(SStaticCtrl, SWnd, 2);
 SIMPLEMENT_CREATABLE(SStaticExCtrl, SStaticCtrl, 2);
@@ -74,10 +75,15 @@ void SStaticExCtrl::OnPaint() {
 
 // --- Frames -------------------------------------------------------------------------------------
 
+int SFrameCtrl::TitleHeight() const noexcept {
+    return SScaled(16, GetHandle());
+}
+
 RECT SFrameCtrl::GetInside() const {
     RECT rect = GetClientRect();
-    InflateRect(&rect, -4, -4);
-    rect.top += kTitleHeight - 4;
+    const int edge = SScaled(4, GetHandle());
+    InflateRect(&rect, -edge, -edge);
+    rect.top += TitleHeight() - edge;
     return rect;
 }
 
@@ -93,7 +99,7 @@ void SFrameCtrl::OnPaint() {
     const RECT client = GetClientRect();
     const COLORREF dark = ::GetSysColor(COLOR_BTNSHADOW);
     const COLORREF light = ::GetSysColor(COLOR_BTNHIGHLIGHT);
-    const RECT line{0, kTitleHeight / 2, client.right - 1, client.bottom - 1};
+    const RECT line{0, TitleHeight() / 2, client.right - 1, client.bottom - 1};
     const RECT beside{line.left + 1, line.top + 1, line.right + 1, line.bottom + 1};
     dc.FrameSolidRect(beside, light);
     dc.FrameSolidRect(line, dark);
@@ -101,7 +107,8 @@ void SFrameCtrl::OnPaint() {
     if (text.LengthByte() == 0) return;
     const SSelected font(dc, ::GetStockObject(DEFAULT_GUI_FONT));
     const SIZE size = dc.GetTextExtent(text);
-    RECT title{8, 0, 8 + size.cx + 4, kTitleHeight};
+    const int left = SScaled(8, GetHandle());
+    RECT title{left, 0, left + size.cx + left / 2, TitleHeight()};
     dc.FillSolidRect(title, ::GetSysColor(COLOR_BTNFACE));
     dc.SetBkMode(TRANSPARENT);
     dc.SetTextColor(::GetSysColor(IsWindowEnabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));

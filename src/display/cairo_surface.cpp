@@ -20,6 +20,12 @@ void SetStroke(cairo_t* cairo, const Stroke& stroke) {
     cairo_set_dash(cairo, &unit, stroke.style == 0 ? 0 : 1, 0);
 }
 
+// A point that Cairo can still count to, with room around it.
+POINT Reachable(POINT point) noexcept {
+    constexpr LONG kFar = 1 << 21;
+    return {std::clamp(point.x, -kFar, kFar), std::clamp(point.y, -kFar, kFar)};
+}
+
 void AddRectangle(cairo_t* cairo, const RECT& rect) {
     cairo_rectangle(cairo, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
 }
@@ -93,14 +99,22 @@ int CairoSurface::Stride() const noexcept {
     return cairo_image_surface_get_stride(surface_);
 }
 
-void CairoSurface::Fill(Clip clip, const RECT& rect, COLORREF color) {
+// Cairo counts in 24 bits of pixels: what lies far outside is cut off before.
+RECT CairoSurface::Inside(const RECT& rect) const noexcept {
+    return {std::clamp<LONG>(rect.left, 0, size_.cx), std::clamp<LONG>(rect.top, 0, size_.cy),
+            std::clamp<LONG>(rect.right, 0, size_.cx), std::clamp<LONG>(rect.bottom, 0, size_.cy)};
+}
+
+void CairoSurface::Fill(Clip clip, const RECT& whole, COLORREF color) {
+    const RECT rect = Inside(whole);
     Prepare(clip, rect);
     SetColor(cairo_, color);
     AddRectangle(cairo_, rect);
     cairo_fill(cairo_);
 }
 
-void CairoSurface::Invert(Clip clip, const RECT& rect) {
+void CairoSurface::Invert(Clip clip, const RECT& whole) {
+    const RECT rect = Inside(whole);
     Prepare(clip, rect);
     cairo_set_operator(cairo_, CAIRO_OPERATOR_DIFFERENCE);
     SetColor(cairo_, RGB(255, 255, 255));
@@ -111,6 +125,8 @@ void CairoSurface::Invert(Clip clip, const RECT& rect) {
 
 // Through the middles of the pixels; the caps do not reach into the last one.
 void CairoSurface::Line(Clip clip, POINT from, POINT to, const Stroke& stroke) {
+    from = Reachable(from);
+    to = Reachable(to);
     const int wide = stroke.width + 1;
     Prepare(clip, {std::min(from.x, to.x) - wide, std::min(from.y, to.y) - wide,
                    std::max(from.x, to.x) + wide, std::max(from.y, to.y) + wide});
@@ -134,8 +150,11 @@ void CairoSurface::Line(Clip clip, POINT from, POINT to, const Stroke& stroke) {
     cairo_stroke(cairo_);
 }
 
-void CairoSurface::Ellipse(Clip clip, const RECT& rect, const Stroke* outline,
+void CairoSurface::Ellipse(Clip clip, const RECT& whole, const Stroke* outline,
                            const COLORREF* fill) {
+    const POINT begin = Reachable({whole.left, whole.top});
+    const POINT end = Reachable({whole.right, whole.bottom});
+    const RECT rect{begin.x, begin.y, end.x, end.y};
     const double width = rect.right - rect.left - 1;
     const double height = rect.bottom - rect.top - 1;
     if (width <= 0 || height <= 0) return;
@@ -159,6 +178,7 @@ void CairoSurface::Ellipse(Clip clip, const RECT& rect, const Stroke* outline,
 
 void CairoSurface::Text(Clip clip, POINT at, const LOGFONTA& font, std::string_view text,
                         COLORREF color) {
+    at = Reachable(at);
     PangoLayout* const layout = NewLayout(font, text);
     PangoRectangle ink;
     PangoRectangle box;
@@ -173,27 +193,32 @@ void CairoSurface::Text(Clip clip, POINT at, const LOGFONTA& font, std::string_v
     g_object_unref(layout);
 }
 
-void CairoSurface::Copy(Clip clip, POINT to, const Surface& from, const RECT& part,
+void CairoSurface::Copy(Clip clip, POINT to, const Surface& from, const RECT& whole,
                         bool isInverting) {
     const auto& source = static_cast<const CairoSurface&>(from);
+    const RECT part = source.Inside(whole);
+    to = Reachable(to);
+    const POINT origin = Reachable({whole.left, whole.top});
+    const POINT begin{to.x + part.left - origin.x, to.y + part.top - origin.y};
+    const RECT target{begin.x, begin.y, begin.x + part.right - part.left,
+                      begin.y + part.bottom - part.top};
+    if (target.left >= target.right || target.top >= target.bottom) return;
     // A picture that is copied into itself is copied as it was.
     cairo_surface_t* pixels = source.surface_;
     POINT corner{part.left, part.top};
-    CairoSurface between(&source == this ? SIZE{part.right - part.left, part.bottom - part.top}
-                                         : SIZE{1, 1});
+    std::unique_ptr<CairoSurface> between;
     if (&source == this) {
-        const RECT whole{0, 0, between.size_.cx, between.size_.cy};
-        between.Prepare(Clip(&whole, 1), whole);
-        cairo_set_source_surface(between.cairo_, pixels, -part.left, -part.top);
-        cairo_paint(between.cairo_);
-        cairo_surface_flush(between.surface_);
-        pixels = between.surface_;
+        between =
+            std::make_unique<CairoSurface>(SIZE{part.right - part.left, part.bottom - part.top});
+        cairo_set_source_surface(between->cairo_, pixels, -part.left, -part.top);
+        cairo_paint(between->cairo_);
+        cairo_surface_flush(between->surface_);
+        pixels = between->surface_;
         corner = {0, 0};
     }
-    const RECT target{to.x, to.y, to.x + part.right - part.left, to.y + part.bottom - part.top};
     Prepare(clip, target);
     if (isInverting) cairo_set_operator(cairo_, CAIRO_OPERATOR_DIFFERENCE);
-    cairo_set_source_surface(cairo_, pixels, to.x - corner.x, to.y - corner.y);
+    cairo_set_source_surface(cairo_, pixels, target.left - corner.x, target.top - corner.y);
     AddRectangle(cairo_, target);
     cairo_fill(cairo_);
     cairo_set_operator(cairo_, CAIRO_OPERATOR_OVER);

@@ -42,6 +42,8 @@ private:
     // Makes ready for drawing inside of the clip, and inside of `reach`.
     void Prepare(Clip clip, const RECT& reach);
 
+    // The part of it that there is.
+    RECT Inside(const RECT& rect) const noexcept;
     void Damage(const RECT& rect) noexcept;
 
     SIZE size_;

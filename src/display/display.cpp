@@ -6,7 +6,7 @@
 #include <brcore8/platform/export.h>
 
 #include <algorithm>
-#include <cstdlib>
+#include <cmath>
 
 namespace brcore8::desktop {
 
@@ -35,7 +35,7 @@ PangoFontDescription* Describe(const LOGFONTA& font) {
         description, static_cast<PangoWeight>(font.lfWeight > 0 ? font.lfWeight : 400));
     pango_font_description_set_style(description,
                                      font.lfItalic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
-    const int pixels = font.lfHeight != 0 ? std::abs(font.lfHeight) : 12;
+    const double pixels = font.lfHeight != 0 ? std::fabs(font.lfHeight) : 12;
     // A positive height is that of a line, somewhat more than the characters'.
     const double size = font.lfHeight > 0 ? pixels * 0.85 : pixels;
     pango_font_description_set_absolute_size(description,

@@ -1,6 +1,7 @@
 #include <brcore8/views/docking.h>
 
 #include <brcore8/graphics/window_dc.h>
+#include <brcore8/window/scaled.h>
 
 #include "views/pane.h"
 
@@ -44,7 +45,7 @@ int SDockHostWnd::Dock(SDockWnd* window, Side side, int size) {
     Undock(window);
     if (window->frame_.GetHandle() != nullptr) window->frame_.ShowWindow(SW_HIDE);
     window->side_ = side;
-    window->size_ = std::max(size, SDockWnd::kCaption);
+    window->size_ = std::max(size, SScaled(SDockWnd::kCaption, GetHandle()));
     strips_.push_back({window, side, window->size_});
     window->SetParent(this);
     RecalcLayout();
@@ -136,13 +137,14 @@ void SDockWnd::OnDestroy() {
 }
 
 void SDockWnd::OnSize(UINT, int width, int height) {
-    if (content_ != nullptr) content_->MoveWindow({0, kCaption, width, std::max(height, kCaption)});
+    const int caption = SScaled(kCaption, GetHandle());
+    if (content_ != nullptr) content_->MoveWindow({0, caption, width, std::max(height, caption)});
     Invalidate(1);
 }
 
 // On the caption: floats it, or puts it back.
 void SDockWnd::OnLButtonDblClk(UINT, int, int y) {
-    if (y >= kCaption) return;
+    if (y >= SScaled(kCaption, GetHandle())) return;
     if (IsFloating()) {
         DockBack();
         return;
@@ -152,11 +154,11 @@ void SDockWnd::OnLButtonDblClk(UINT, int, int y) {
 
 void SDockWnd::OnPaint() {
     SPaintDC dc(this);
-    RECT caption{0, 0, GetClientRect().right, kCaption};
+    RECT caption{0, 0, GetClientRect().right, SScaled(kCaption, GetHandle())};
     dc.FillSolidRect(caption, ::GetSysColor(COLOR_INACTIVECAPTION));
     const SSelected font(dc, ::GetStockObject(DEFAULT_GUI_FONT));
     dc.SetBkMode(TRANSPARENT);
     dc.SetTextColor(::GetSysColor(COLOR_INACTIVECAPTIONTEXT));
-    caption.left += 4;
+    caption.left += SScaled(4, GetHandle());
     dc.DrawText(title_, caption, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
 }

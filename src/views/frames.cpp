@@ -1,6 +1,7 @@
 #include <brcore8/views/frames.h>
 
 #include <brcore8/graphics/window_dc.h>
+#include <brcore8/window/scaled.h>
 
 #include "platform/frame_parts.h"
 
@@ -57,8 +58,8 @@ void SFloatFrameWnd::OnFill(UINT, int width, int height) {
 int SSplashWnd::ShowSplash(const char* text, const SBitmap* picture, UINT milliseconds,
                            SWnd* owner) {
     picture_ = picture;
-    int width = 320;
-    int height = 120;
+    int width = SScaled(320, HandleOf(owner));
+    int height = SScaled(120, HandleOf(owner));
     if (picture_ != nullptr && !picture_->IsNull()) {
         width = picture_->GetShape().width;
         height = picture_->GetShape().height;

@@ -1,5 +1,7 @@
 #include <brcore8/views/pane_windows.h>
 
+#include <brcore8/window/scaled.h>
+
 #include "views/pane.h"
 
 #include <algorithm>
@@ -80,10 +82,11 @@ SWnd* SSplitterWnd::CreatePane(int row, int column, const SClassInfo* info, SIZE
 }
 
 // Where a row or column begins and ends in its room; the last one takes what is left.
-int SSplitterWnd::Ends(const std::vector<int>& sizes, int room, int index, int* begin) {
+int SSplitterWnd::Ends(const std::vector<int>& sizes, int room, int index, int* begin) const {
+    const int bar = SScaled(kBar, GetHandle());
     int at = 0;
     for (int i = 0; i < index; ++i)
-        at += sizes[static_cast<std::size_t>(i)] + kBar;
+        at += sizes[static_cast<std::size_t>(i)] + bar;
     *begin = at;
     const bool isLast = index + 1 == static_cast<int>(sizes.size());
     return isLast ? std::max(room, at) : at + sizes[static_cast<std::size_t>(index)];
@@ -142,7 +145,7 @@ int SSplitterWnd::BarAt(const std::vector<int>& sizes, int room, int at) const {
     for (int i = 0; i + 1 < static_cast<int>(sizes.size()); ++i) {
         int begin = 0;
         const int end = Ends(sizes, room, i, &begin);
-        if (at >= end && at < end + kBar) return i;
+        if (at >= end && at < end + SScaled(kBar, GetHandle())) return i;
     }
     return -1;
 }
@@ -162,11 +165,13 @@ void SSplitterWnd::OnMouseMove(UINT, int x, int y) {
     const RECT client = GetClientRect();
     if (dragRow_ >= 0) {
         Ends(rows_, client.bottom, dragRow_, &begin);
-        SetRowHeight(dragRow_, std::min<int>(y, client.bottom - kBar) - begin);
+        SetRowHeight(dragRow_,
+                     std::min<int>(y, client.bottom - SScaled(kBar, GetHandle())) - begin);
     }
     if (dragColumn_ >= 0) {
         Ends(columns_, client.right, dragColumn_, &begin);
-        SetColumnWidth(dragColumn_, std::min<int>(x, client.right - kBar) - begin);
+        SetColumnWidth(dragColumn_,
+                       std::min<int>(x, client.right - SScaled(kBar, GetHandle())) - begin);
     }
 }
 
@@ -182,7 +187,7 @@ STabPages::~STabPages() {
 }
 
 int STabPages::OnCreate(CREATESTRUCT*) {
-    const RECT place{0, 0, GetClientRect().right, STabBeam::kHeight};
+    const RECT place{0, 0, GetClientRect().right, SScaled(STabBeam::kHeight, GetHandle())};
     return beam_.Create(WS_VISIBLE, place, this, 1) ? 0 : -1;
 }
 
@@ -198,9 +203,9 @@ void STabPages::OnSize(UINT, int, int) {
 
 void STabPages::Arrange() {
     const RECT client = GetClientRect();
-    if (beam_.GetHandle() != nullptr) beam_.MoveWindow({0, 0, client.right, STabBeam::kHeight});
-    const RECT place{0, STabBeam::kHeight, client.right,
-                     std::max<LONG>(client.bottom, STabBeam::kHeight)};
+    const int tabs = SScaled(STabBeam::kHeight, GetHandle());
+    if (beam_.GetHandle() != nullptr) beam_.MoveWindow({0, 0, client.right, tabs});
+    const RECT place{0, tabs, client.right, std::max<LONG>(client.bottom, tabs)};
     for (const Page& page : pages_)
         if (page.window != nullptr) page.window->MoveWindow(place);
 }

@@ -6,11 +6,13 @@
 #include <brcore8/graphics/metafile.h>
 #include <brcore8/graphics/preview_dc.h>
 #include <brcore8/graphics/window_dc.h>
+#include <brcore8/streams/binary_stream.h>
 #include <brcore8/window/wnd.h>
 
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -46,6 +48,106 @@ protected:
     SBitmap bitmap;
     HGDIOBJ old = nullptr;
 };
+
+struct Sink : SOutputStream {
+    void Write(int byteValue) override { bytes += static_cast<char>(byteValue); }
+    unsigned long Write(const void* data, unsigned long count) override {
+        return SOutputStream::Write(data, count);
+    }
+    std::string bytes;
+};
+
+HGDIOBJ MakeObject(int kind) {
+    LOGFONTA font{};
+    font.lfHeight = -12;
+    switch (kind) {
+        case 0:
+            return ::CreatePen(PS_SOLID, 1, kRed);
+        case 1:
+            return ::CreateSolidBrush(kRed);
+        case 2:
+            return ::CreateFontIndirectA(&font);
+        case 3: {
+            SBitmap made;
+            made.Create({1, 1, 32}, "\1\2\3\4");
+            return made.Detach();
+        }
+        case 4:
+            return ::CreateCompatibleBitmap(SScreenDC().GetHandle(), 2, 2);
+        default:
+            return ::CreateRectRgn(0, 0, 5, 5);
+    }
+}
+
+// Handles of what is gone, and values that never were handles.
+TEST_F(Picture, WhatIsNoObjectIsRefused) {
+    std::vector<HGDIOBJ> none{nullptr, reinterpret_cast<HGDIOBJ>(std::uintptr_t{0x0BADF00D})};
+    for (int kind = 0; kind < 6; ++kind) {
+        const HGDIOBJ made = MakeObject(kind);
+        ASSERT_NE(made, nullptr) << kind;
+        EXPECT_TRUE(::DeleteObject(made)) << kind;
+        none.push_back(made);
+    }
+    char record[128];
+    const RECT area{0, 0, 5, 5};
+    for (const HGDIOBJ each : none) {
+        SCOPED_TRACE(each);
+        EXPECT_FALSE(::DeleteObject(each));
+        EXPECT_EQ(::GetObjectA(each, sizeof record, record), 0);
+        EXPECT_EQ(::SelectObject(dc.GetHandle(), each), nullptr);
+        EXPECT_EQ(::GetRgnBox(static_cast<HRGN>(each), reinterpret_cast<RECT*>(record)), 0);
+        if (each == nullptr) continue;  // means no brush
+        EXPECT_EQ(::FillRect(dc.GetHandle(), &area, static_cast<HBRUSH>(each)), 0);
+    }
+    EXPECT_EQ(Count(kWhite), 40 * 30);
+    // One of another kind is not taken for what it is not.
+    const HGDIOBJ pen = MakeObject(0);
+    EXPECT_EQ(::GetRgnBox(static_cast<HRGN>(pen), reinterpret_cast<RECT*>(record)), 0);
+    EXPECT_TRUE(::DeleteObject(pen));
+}
+
+TEST_F(Picture, BitmapsOfGivenBytesAreDrawnOn) {
+    SBitmap given;
+    given.Create({2, 2, 32}, "\xFF\0\0\0\0\xFF\0\0\0\0\xFF\0\xFF\xFF\xFF\0");
+    SDC source;
+    ASSERT_EQ(source.CreateCompatibleDC(&screen), 1);
+    const HGDIOBJ before = source.SelectObject(given.GetHandle());
+    ASSERT_NE(before, nullptr);
+    EXPECT_EQ(source.GetPixel(0, 0), kBlue);
+    EXPECT_EQ(source.GetPixel(1, 0), kGreen);
+    EXPECT_EQ(source.GetPixel(0, 1), kRed);
+    EXPECT_EQ(dc.BitBlt(10, 20, 2, 2, source, 0, 0), 1);
+    EXPECT_EQ(dc.GetPixel(10, 20), kBlue);
+    EXPECT_EQ(dc.GetPixel(10, 21), kRed);
+    EXPECT_EQ(Count(kWhite), 40 * 30 - 3);
+    // What is drawn is in the bitmap's bytes.
+    source.SetPixel(1, 1, kRed);
+    source.SelectObject(before);
+    Sink sink;
+    SOutputBinaryStream out(sink);
+    given.Write(out);
+    constexpr std::size_t kHeader = 10;
+    ASSERT_EQ(sink.bytes.size(), kHeader + 16);
+    EXPECT_EQ(sink.bytes.substr(kHeader, 3), std::string("\xFF\0\0", 3));
+    EXPECT_EQ(sink.bytes.substr(kHeader + 12, 3), std::string("\0\0\xFF", 3));
+
+    // Of two colours, in rows of two bytes.
+    SBitmap two;
+    two.Create({3, 2, 1}, "\xA0\0\x40\0");
+    source.SelectObject(two.GetHandle());
+    EXPECT_EQ(source.GetPixel(0, 0), kWhite);
+    EXPECT_EQ(source.GetPixel(1, 0), 0u);
+    EXPECT_EQ(dc.BitBlt(0, 0, 3, 2, source, 0, 0), 1);
+    EXPECT_EQ(dc.GetPixel(1, 0), 0u);
+    EXPECT_EQ(dc.GetPixel(1, 1), kWhite);
+    EXPECT_EQ(Count(0), 3);
+    source.SelectObject(before);
+    // A window's context keeps the window.
+    SWnd window;
+    ASSERT_EQ(window.CreateEx(0, "S_CliDrawWnd", "", WS_POPUP, 0, 0, 20, 20), 1);
+    SClientDC own(&window);
+    EXPECT_EQ(own.SelectObject(two.GetHandle()), nullptr);
+}
 
 // What is missing says so; anything else is a failure.
 void ExpectMissing() {

@@ -55,6 +55,7 @@ private:
     };
     class ButtonUI;
 
+    // Beside a text or an image, in pixels of 96 an inch.
     static constexpr int kGap = 8;
 
     Button* Find(UINT command) noexcept;

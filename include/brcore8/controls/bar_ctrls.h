@@ -112,7 +112,7 @@ private:
         SString name;
         std::vector<Button> buttons;
     };
-    static constexpr int kRowHeight = 22;
+    int RowHeight() const noexcept;
 
     void OnPaint();
     void OnLButtonDown(UINT keys, int x, int y);

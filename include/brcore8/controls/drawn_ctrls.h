@@ -127,6 +127,7 @@ class BRCORE8_API STabBeam : public SWnd {
 
 public:
     static constexpr UINT kTabChanged = 0x0B04;
+    // Pixels of 96 an inch: SScaled makes them the screen's.
     static constexpr int kHeight = 22;
 
     STabBeam() noexcept = default;

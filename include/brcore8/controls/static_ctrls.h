@@ -68,7 +68,7 @@ public:
     RECT GetInside() const;
 
 private:
-    static constexpr int kTitleHeight = 16;
+    int TitleHeight() const noexcept;
 
     void OnPaint();
     LRESULT OnSetText(WPARAM, LPARAM);

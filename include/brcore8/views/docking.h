@@ -82,6 +82,7 @@ class BRCORE8_API SDockWnd : public SWnd {
     SDECLARE_MESSAGE_MAP(SDockWnd);
 
 public:
+    // Pixels of 96 an inch: SScaled makes them the screen's.
     static constexpr int kCaption = 18;
 
     explicit SDockWnd(const char* title) : title_(title) {}

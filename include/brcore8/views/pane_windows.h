@@ -27,6 +27,7 @@ class BRCORE8_API SSplitterWnd : public SWnd {
     SDECLARE_MESSAGE_MAP(SSplitterWnd);
 
 public:
+    // Pixels of 96 an inch: SScaled makes them the screen's.
     static constexpr int kBar = 5;
     static constexpr int kSmallest = 10;
 
@@ -50,7 +51,7 @@ public:
     void RecalcLayout();
 
 private:
-    static int Ends(const std::vector<int>& sizes, int room, int index, int* begin);
+    int Ends(const std::vector<int>& sizes, int room, int index, int* begin) const;
     int BarAt(const std::vector<int>& sizes, int room, int at) const;
     void Clear();
     void OnSize(UINT how, int width, int height);

@@ -1,6 +1,7 @@
 #include "platform/posix/fonts.h"
 
 #include <brcore8/core/throw.h>
+#include <brcore8/platform/posix/input_calls.h>
 
 #include <climits>
 #include <cstdint>
@@ -19,13 +20,13 @@ int Font::Describe(int size, void* out) const noexcept {
 }
 
 HFONT CreateFontIndirectA(const LOGFONTA* info) noexcept {
-    brcore8::GdiObject* const font =
+    Font* const font =
         brcore8::MayAllocate(sizeof(Font)) ? new (std::nothrow) Font(*info) : nullptr;
-    return reinterpret_cast<HFONT>(font);
+    return static_cast<HFONT>(brcore8::GdiHandleOf(font));
 }
 
 int GetDeviceCaps(HDC, int index) noexcept {
-    return index == LOGPIXELSX || index == LOGPIXELSY ? 96 : 0;
+    return index == LOGPIXELSX || index == LOGPIXELSY ? static_cast<int>(GetDpiForSystem()) : 0;
 }
 
 int MulDiv(int number, int numerator, int denominator) noexcept {

@@ -72,6 +72,7 @@ struct Window {
     bool isLost = false;         // the screen wants all of the surface again
     ScrollBar scroll[3];         // SB_HORZ, SB_VERT, and SB_CTL of a control that is one
     bool isDestroyed = false;    // it got WM_DESTROY, or will
+    bool isLeaving = false;      // it gets WM_NCDESTROY: too late for new children
     bool wasSized = false;       // it got its first WM_SIZE
 };
 

@@ -1,5 +1,6 @@
 #include <brcore8/platform/desktop_picture.h>
 
+#include "platform/posix/bitmap_object.h"
 #include "platform/posix/desktop/desktop.h"
 #include "platform/posix/desktop/device.h"
 #include "platform/posix/desktop/frame.h"
@@ -88,8 +89,8 @@ bool Write(HWND window, const char* path) {
 HBITMAP SCaptureWindow(HWND window) {
     std::shared_ptr<Surface> picture = Compose(window);
     if (picture == nullptr) return nullptr;
-    brcore8::GdiObject* const made = new (std::nothrow) Picture(std::move(picture));
-    return reinterpret_cast<HBITMAP>(made);
+    auto* const made = new (std::nothrow) brcore8::Bitmap(std::move(picture));
+    return static_cast<HBITMAP>(brcore8::GdiHandleOf(made));
 }
 
 bool SWriteDesktopPicture(const char* path) {

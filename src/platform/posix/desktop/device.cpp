@@ -6,7 +6,7 @@
 #include <set>
 #include <utility>
 
-#include "platform/posix/bitmaps.h"
+#include "platform/posix/bitmap_object.h"
 #include "platform/posix/desktop/desktop.h"
 #include "platform/posix/desktop/input.h"
 
@@ -108,14 +108,6 @@ HDC DeviceForWindow(HWND handle, bool isWhole) noexcept {
 
 }  // namespace
 
-int Picture::Describe(int size, void* out) const noexcept {
-    if (size < static_cast<int>(sizeof(BITMAP))) return 0;
-    const SIZE pixels = surface->GetSize();
-    const BITMAP info{0, pixels.cx, pixels.cy, pixels.cx * 4, 1, 32, nullptr};
-    std::memcpy(out, &info, sizeof info);
-    return sizeof info;
-}
-
 Device* DeviceOf(HDC context) noexcept {
     const std::lock_guard guard(Lock());
     auto* const device = reinterpret_cast<Device*>(context);
@@ -127,6 +119,12 @@ Device* DrawableOf(HDC context) noexcept {
     return device != nullptr && device->surface != nullptr ? device : nullptr;
 }
 
+RECT AreaOf(int x, int y, int width, int height) noexcept {
+    RECT area{0, 0, width, height};
+    OffsetRect(&area, x, y);
+    return area;
+}
+
 RECT OnSurface(const Device& device, const RECT& rect) noexcept {
     RECT moved = rect;
     OffsetRect(&moved, device.origin.x, device.origin.y);
@@ -134,7 +132,9 @@ RECT OnSurface(const Device& device, const RECT& rect) noexcept {
 }
 
 POINT OnSurface(const Device& device, POINT point) noexcept {
-    return {point.x + device.origin.x, point.y + device.origin.y};
+    RECT moved{point.x, point.y, point.x, point.y};
+    OffsetRect(&moved, device.origin.x, device.origin.y);
+    return {moved.left, moved.top};
 }
 
 }  // namespace brcore8::desktop
@@ -199,14 +199,14 @@ BOOL EndPaint(HWND window, const PAINTSTRUCT* paint) noexcept {
 namespace {
 
 // What is selected into every context in memory at first: one pixel. Null without a display.
-Picture* PlainPicture() {
-    static Picture* const picture = []() -> Picture* {
+HGDIOBJ PlainPicture() {
+    static const HGDIOBJ picture = []() -> HGDIOBJ {
         std::shared_ptr<Surface> surface;
         if (TheDisplay() != nullptr) surface = TheDisplay()->NewSurface({1, 1});
         if (surface == nullptr) return nullptr;
-        auto* const made = new Picture(std::move(surface));
+        auto* const made = new brcore8::Bitmap(std::move(surface));
         made->isStock = true;
-        return made;
+        return brcore8::GdiHandleOf(made);
     }();
     return picture;
 }
@@ -216,12 +216,12 @@ Picture* PlainPicture() {
 HDC CreateCompatibleDC(HDC) noexcept {
     try {
         auto device = std::make_unique<Device>();
-        Picture* const plain = PlainPicture();
+        const HGDIOBJ plain = PlainPicture();
         if (plain == nullptr) return nullptr;
-        device->surface = plain->surface;
-        device->pictureObject = static_cast<brcore8::GdiObject*>(plain);
-        device->clip = device->visible = {{0, 0, 1, 1}};
-        return Register(std::move(device));
+        device->pictureObject = plain;
+        const HDC made = Register(std::move(device));
+        SelectObject(made, plain);
+        return made;
     } catch (const std::bad_alloc&) {
         return nullptr;
     }
@@ -233,8 +233,7 @@ HBITMAP CreateCompatibleBitmap(HDC, int width, int height) noexcept {
     try {
         auto surface = display->NewSurface({width, height});
         if (surface == nullptr) return nullptr;
-        brcore8::GdiObject* const made = new Picture(std::move(surface));
-        return reinterpret_cast<HBITMAP>(made);
+        return static_cast<HBITMAP>(brcore8::GdiHandleOf(new brcore8::Bitmap(std::move(surface))));
     } catch (const std::bad_alloc&) {
         return nullptr;
     }

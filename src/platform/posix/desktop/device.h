@@ -30,14 +30,6 @@ struct Pen : GdiObject {
     const bool isPainting;
 };
 
-// A bitmap that can be drawn on.
-struct Picture : GdiObject {
-    explicit Picture(std::shared_ptr<Surface> pixels) noexcept
-        : GdiObject(Kind::Picture), surface(std::move(pixels)) {}
-    int Describe(int size, void* out) const noexcept override;
-    const std::shared_ptr<Surface> surface;
-};
-
 // What SaveDC saves.
 struct DeviceState {
     Region visible;    // of the surface, what the platform lets the program paint
@@ -52,7 +44,7 @@ struct DeviceState {
     HGDIOBJ fontObject = nullptr;
     HGDIOBJ brushObject = nullptr;
     HGDIOBJ penObject = nullptr;
-    HGDIOBJ pictureObject = nullptr;  // of a device in memory alone
+    HGDIOBJ pictureObject = nullptr;  // of a device in memory alone, which always has one
     LOGFONTA font{};
     COLORREF brush = 0xFFFFFF;
     bool isFilling = true;
@@ -70,6 +62,8 @@ Device* DeviceOf(HDC context) noexcept;
 // The same where there is something to draw on.
 Device* DrawableOf(HDC context) noexcept;
 
+// Sums that would overflow end at the largest number.
+RECT AreaOf(int x, int y, int width, int height) noexcept;
 // From the context's coordinates to the surface's.
 RECT OnSurface(const Device& device, const RECT& rect) noexcept;
 POINT OnSurface(const Device& device, POINT point) noexcept;

@@ -6,7 +6,10 @@
 #include <new>
 #include <utility>
 
+#include "platform/posix/bitmap_object.h"
+#include "platform/posix/desktop/desktop.h"
 #include "platform/posix/desktop/device.h"
+#include "platform/posix/desktop/scale.h"
 #include "platform/posix/fonts.h"
 
 using namespace brcore8::desktop;
@@ -21,16 +24,25 @@ bool ColorOf(HBRUSH brush, COLORREF& color) noexcept {
         color = GetSysColor(static_cast<int>(value) - 1);
         return true;
     }
-    const auto* const object = reinterpret_cast<const brcore8::GdiObject*>(brush);
-    color = static_cast<const Brush*>(object)->color;
-    return static_cast<const Brush*>(object)->isPainting;
+    const auto* const object = brcore8::FindGdi<Brush>(brush, brcore8::GdiObject::Kind::Brush);
+    if (object == nullptr) return false;
+    color = object->color;
+    return object->isPainting;
+}
+
+bool IsBrush(HBRUSH brush) noexcept {
+    const auto value = reinterpret_cast<std::uintptr_t>(brush);
+    return value <= 64 ||
+           brcore8::FindGdi<Brush>(brush, brcore8::GdiObject::Kind::Brush) != nullptr;
 }
 
 template <class Object, class... Arguments>
 HGDIOBJ Make(Arguments&&... arguments) noexcept {
-    brcore8::GdiObject* const made =
-        new (std::nothrow) Object(std::forward<Arguments>(arguments)...);
-    return made;
+    return brcore8::GdiHandleOf(new (std::nothrow) Object(std::forward<Arguments>(arguments)...));
+}
+
+void MakeStock(HGDIOBJ handle) noexcept {
+    if (brcore8::GdiObject* const object = brcore8::FindGdiObject(handle)) object->isStock = true;
 }
 
 }  // namespace
@@ -49,39 +61,88 @@ HPEN CreatePen(int style, int width, COLORREF color) noexcept {
 HBRUSH GetSysColorBrush(int index) noexcept {
     static HBRUSH brushes[32] = {};
     if (index < 0 || index >= 32) return nullptr;
+    const std::lock_guard guard(Lock());
     if (brushes[index] == nullptr) {
         brushes[index] = CreateSolidBrush(GetSysColor(index));
-        if (brushes[index] != nullptr)
-            reinterpret_cast<brcore8::GdiObject*>(brushes[index])->isStock = true;
+        MakeStock(brushes[index]);
     }
     return brushes[index];
 }
 
-HGDIOBJ GetStockObject(int which) noexcept {
-    static HGDIOBJ objects[18] = {};
-    if (which < 0 || which >= 18) return nullptr;
-    if (objects[which] != nullptr) return objects[which];
+namespace {
+
+HGDIOBJ MakeStockObject(int which, int fontHeight) noexcept {
     HGDIOBJ made = nullptr;
     static constexpr COLORREF kBrushes[] = {0xFFFFFF, 0xC0C0C0, 0x808080, 0x404040, 0x000000, 0};
-    if (which <= NULL_BRUSH) made = Make<Brush>(kBrushes[which], which != NULL_BRUSH);
+    if (which >= WHITE_BRUSH && which <= NULL_BRUSH)
+        made = Make<Brush>(kBrushes[which], which != NULL_BRUSH);
     if (which == WHITE_PEN || which == BLACK_PEN || which == NULL_PEN)
         made =
             CreatePen(which == NULL_PEN ? PS_NULL : PS_SOLID, 1, which == WHITE_PEN ? 0xFFFFFF : 0);
-    if (which == SYSTEM_FONT || which == DEFAULT_GUI_FONT) {
+    if (fontHeight != 0) {
         LOGFONTA font{};
-        font.lfHeight = which == SYSTEM_FONT ? -13 : -11;
+        font.lfHeight = fontHeight;
         font.lfWeight = which == SYSTEM_FONT ? 700 : 400;
         std::copy_n("DejaVu Sans", 12, font.lfFaceName);
         made = CreateFontIndirectA(&font);
     }
-    if (made != nullptr) static_cast<brcore8::GdiObject*>(made)->isStock = true;
-    return objects[which] = made;
+    MakeStock(made);
+    return made;
 }
+
+int StockFontHeight(int which) noexcept {
+    if (which == SYSTEM_FONT) return -Scaled(13);
+    return which == DEFAULT_GUI_FONT ? -Scaled(11) : 0;
+}
+
+}  // namespace
+
+// The fonts of each scale that there was stay: windows may use them still.
+HGDIOBJ GetStockObject(int which) noexcept {
+    struct Stock {
+        int which;
+        int fontHeight;
+        HGDIOBJ object;
+    };
+    static auto& made = *new std::vector<Stock>;
+    const int height = StockFontHeight(which);
+    const std::lock_guard guard(Lock());
+    for (const Stock& each : made)
+        if (each.which == which && each.fontHeight == height) return each.object;
+    try {
+        made.reserve(made.size() + 1);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+    const HGDIOBJ object = MakeStockObject(which, height);
+    if (object != nullptr) made.push_back({which, height, object});
+    return object;
+}
+
+namespace {
+
+// A window's context keeps what it draws on.
+HGDIOBJ SelectBitmap(Device& device, brcore8::Bitmap& bitmap, HGDIOBJ handle) noexcept {
+    if (device.pictureObject == nullptr) return nullptr;
+    try {
+        std::shared_ptr<Surface> surface = bitmap.GetSurface();
+        if (surface == nullptr) return nullptr;
+        const SIZE size = surface->GetSize();
+        device.clip = device.visible = {{0, 0, size.cx, size.cy}};
+        device.surface = std::move(surface);
+        return std::exchange(device.pictureObject, handle);
+    } catch (const std::bad_alloc&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+}
+
+}  // namespace
 
 HGDIOBJ SelectObject(HDC context, HGDIOBJ handle) noexcept {
     using Kind = brcore8::GdiObject::Kind;
     Device* const device = DeviceOf(context);
-    const auto* const object = static_cast<const brcore8::GdiObject*>(handle);
+    brcore8::GdiObject* const object = brcore8::FindGdiObject(handle);
     if (device == nullptr || object == nullptr) return nullptr;
     switch (object->kind) {
         case Kind::Font:
@@ -95,12 +156,8 @@ HGDIOBJ SelectObject(HDC context, HGDIOBJ handle) noexcept {
             device->pen = static_cast<const Pen*>(object)->stroke;
             device->isOutlining = static_cast<const Pen*>(object)->isPainting;
             return std::exchange(device->penObject, handle);
-        case Kind::Picture: {
-            device->surface = static_cast<const Picture*>(object)->surface;
-            const SIZE size = device->surface->GetSize();
-            device->clip = device->visible = {{0, 0, size.cx, size.cy}};
-            return std::exchange(device->pictureObject, handle);
-        }
+        case Kind::Bitmap:
+            return SelectBitmap(*device, static_cast<brcore8::Bitmap&>(*object), handle);
         default:
             return nullptr;
     }
@@ -111,7 +168,7 @@ HGDIOBJ SelectObject(HDC context, HGDIOBJ handle) noexcept {
 int FillRect(HDC context, const RECT* rect, HBRUSH brush) noexcept {
     Device* const device = DrawableOf(context);
     COLORREF color = 0;
-    if (device == nullptr) return 0;
+    if (device == nullptr || !IsBrush(brush)) return 0;
     if (ColorOf(brush, color))
         device->surface->Fill(device->clip, OnSurface(*device, *rect), color);
     return 1;
@@ -199,7 +256,7 @@ BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, in
     const Device* const source = DrawableOf(from);
     if (target == nullptr || source == nullptr || (operation != SRCCOPY && operation != SRCINVERT))
         return 0;
-    const RECT part = OnSurface(*source, RECT{fromX, fromY, fromX + width, fromY + height});
+    const RECT part = OnSurface(*source, AreaOf(fromX, fromY, width, height));
     target->surface->Copy(target->clip, OnSurface(*target, POINT{x, y}), *source->surface, part,
                           operation == SRCINVERT);
     return 1;
@@ -232,16 +289,23 @@ BOOL DrawEdge(HDC context, RECT* rect, UINT edge, UINT) noexcept {
 }
 
 BOOL DrawFocusRect(HDC context, const RECT* rect) noexcept {
+    RECT box{};
     if (DrawableOf(context) == nullptr) return 0;
-    for (int x = rect->left; x < rect->right; x += 2)
-        for (const int y : {rect->top, rect->bottom - 1}) {
-            const RECT dot{x, y, x + 1, y + 1};
-            InvertRect(context, &dot);
-        }
-    for (int y = rect->top + 1; y < rect->bottom - 1; y += 2)
-        for (const int x : {rect->left, rect->right - 1}) {
-            const RECT dot{x, y, x + 1, y + 1};
-            InvertRect(context, &dot);
-        }
+    if (IsRectEmpty(rect) || GetClipBox(context, &box) == 0) return 1;
+    // Every other pixel of those that show.
+    const auto dot = [context](LONG x, LONG y) {
+        const RECT pixel = AreaOf(x, y, 1, 1);
+        InvertRect(context, &pixel);
+    };
+    const auto first = [](LONG begin, LONG shown) {
+        return std::int64_t{begin} + std::max<std::int64_t>(std::int64_t{shown} - begin, 0) / 2 * 2;
+    };
+    for (std::int64_t x = first(rect->left, box.left); x < std::min(rect->right, box.right); x += 2)
+        for (const LONG y : {rect->top, rect->bottom - 1})
+            dot(static_cast<LONG>(x), y);
+    for (std::int64_t y = first(rect->top, box.top) + 1;
+         y < std::min<std::int64_t>(std::int64_t{rect->bottom} - 1, box.bottom); y += 2)
+        for (const LONG x : {rect->left, rect->right - 1})
+            dot(x, static_cast<LONG>(y));
     return 1;
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/posix/desktop/menus/menu_view.h"
+#include "platform/posix/desktop/scale.h"
 #include "platform/posix/desktop/screen.h"
 #include "platform/posix/desktop/scroll_bars.h"
 
@@ -73,11 +74,12 @@ RECT BoxOf(const Window& window, int part) noexcept {
                            : part == HTMAXBUTTON ? !hasSizes || (sizes & WS_MAXIMIZEBOX) == 0
                                                  : false;
     if (IsRectEmpty(&caption) || (window.style & WS_SYSMENU) == 0 || isMissing) return {};
-    const int size = Height(caption) - 4;
-    int right = caption.right - 2;
-    if (part != HTCLOSE) right -= size + 2;
+    const int gap = Scaled(2);
+    const int size = Height(caption) - 2 * gap;
+    int right = caption.right - gap;
+    if (part != HTCLOSE) right -= size + gap;
     if (part == HTMINBUTTON && (sizes & WS_MAXIMIZEBOX) != 0) right -= size;
-    return {right - size, caption.top + 2, right, caption.top + 2 + size};
+    return {right - size, caption.top + gap, right, caption.top + gap + size};
 }
 
 // --- Under the cursor ---------------------------------------------------------------------------
@@ -86,8 +88,9 @@ namespace {
 
 LRESULT HitBorder(const Window& window, const RECT& own, POINT at) noexcept {
     if ((window.style & WS_THICKFRAME) == 0 || (window.style & WS_MAXIMIZE) != 0) return HTBORDER;
-    const bool left = at.x < own.left + kCorner, right = at.x >= own.right - kCorner;
-    const bool top = at.y < own.top + kCorner, bottom = at.y >= own.bottom - kCorner;
+    const int corner = Scaled(kCorner);
+    const bool left = at.x < own.left + corner, right = at.x >= own.right - corner;
+    const bool top = at.y < own.top + corner, bottom = at.y >= own.bottom - corner;
     if (top && left) return HTTOPLEFT;
     if (top && right) return HTTOPRIGHT;
     if (bottom && left) return HTBOTTOMLEFT;
@@ -141,19 +144,23 @@ void PaintBox(HDC dc, const RECT& box, int part) {
     RECT edge = box;
     DrawEdge(dc, &edge, EDGE_RAISED, BF_RECT);
     RECT sign = box;
-    InflateRect(&sign, -5, -5);
+    InflateRect(&sign, -Scaled(5), -Scaled(5));
     const HGDIOBJ old = SelectObject(dc, GetStockObject(BLACK_PEN));
-    const RECT bar{sign.left, sign.bottom - 2, sign.right - 1, sign.bottom};
+    const int thick = Scaled(2);
+    const RECT bar{sign.left, sign.bottom - thick, sign.right - 1, sign.bottom};
     switch (part) {
         case HTCLOSE:
-            for (const int shift : {0, 1}) {
+            for (int shift = 0; shift < thick; ++shift) {
                 PaintLine(dc, {sign.left + shift, sign.top}, {sign.right + shift, sign.bottom});
                 PaintLine(dc, {sign.left + shift, sign.bottom - 1},
                           {sign.right + shift, sign.top - 1});
             }
             break;
         case HTMAXBUTTON:
-            FrameRect(dc, &sign, GetSysColorBrush(COLOR_BTNTEXT));
+            for (int line = 0; line < thick / 2; ++line) {
+                FrameRect(dc, &sign, GetSysColorBrush(COLOR_BTNTEXT));
+                InflateRect(&sign, -1, -1);
+            }
             break;
         default:
             FillRect(dc, &bar, GetSysColorBrush(COLOR_BTNTEXT));
@@ -171,7 +178,7 @@ void PaintCaption(HDC dc, const Window& window) {
         PaintBox(dc, box, part);
         if (!IsRectEmpty(&box)) caption.right = std::min(caption.right, box.left);
     }
-    InflateRect(&caption, -4, 0);
+    InflateRect(&caption, -Scaled(4), 0);
     const HGDIOBJ old = SelectObject(dc, GetStockObject(DEFAULT_GUI_FONT));
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc,

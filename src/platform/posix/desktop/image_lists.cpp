@@ -8,8 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/bitmaps.h"
-#include "platform/posix/bitmaps.h"
+#include "platform/posix/bitmap_object.h"
 #include "platform/posix/desktop/device.h"
 
 using namespace brcore8::desktop;
@@ -28,49 +27,32 @@ struct Pixels {
     COLORREF At(int x, int y) const { return colors[static_cast<std::size_t>(y) * width + x]; }
 };
 
-Pixels PixelsOf(const Surface& surface) {
-    const SIZE size = surface.GetSize();
-    Pixels pixels{size.cx, size.cy, {}};
-    for (int y = 0; y < size.cy; ++y)
-        for (int x = 0; x < size.cx; ++x)
-            pixels.colors.push_back(surface.GetPixel({x, y}));
-    return pixels;
-}
-
-// Of a bitmap without a surface.
-Pixels PixelsOf(HBITMAP bitmap, const BITMAP& info) {
-    const int bits = info.bmBitsPixel;
-    const std::size_t rowBytes = (static_cast<std::size_t>(info.bmWidth) * bits + 31) / 32 * 4;
-    std::vector<unsigned char> rows(rowBytes * info.bmHeight);
+Pixels PixelsOf(HBITMAP handle) {
+    const brcore8::Bitmap* const bitmap = brcore8::FindBitmap(handle);
+    if (bitmap == nullptr) return {};
+    const BITMAP& info = bitmap->info;
+    const auto rowBytes = static_cast<std::size_t>(info.bmWidthBytes);
+    std::vector<unsigned char> rows(rowBytes * static_cast<std::size_t>(info.bmHeight));
+    bitmap->CopyRows(reinterpret_cast<char*>(rows.data()), rowBytes);
     Pixels pixels{info.bmWidth, info.bmHeight, {}};
-    if (!brcore8::CopyBitmapRows(bitmap, info.bmWidth, info.bmHeight, bits, rows.data())) return {};
     for (int y = 0; y < info.bmHeight; ++y) {
-        const unsigned char* const row = rows.data() + rowBytes * y;
+        const unsigned char* const row = rows.data() + rowBytes * static_cast<std::size_t>(y);
         for (int x = 0; x < info.bmWidth; ++x) {
             const bool isSet = (row[x / 8] & 0x80 >> x % 8) != 0;
             const unsigned char* const at = row + std::ptrdiff_t{4} * x;
-            pixels.colors.push_back(bits == 1 ? (isSet ? 0xFFFFFF : 0) : RGB(at[2], at[1], at[0]));
+            pixels.colors.push_back(info.bmBitsPixel == 1 ? (isSet ? 0xFFFFFF : 0)
+                                                          : RGB(at[2], at[1], at[0]));
         }
     }
     return pixels;
 }
 
-Pixels PixelsOf(HBITMAP bitmap) {
-    using brcore8::GdiObject;
-    const auto* const object = reinterpret_cast<const GdiObject*>(bitmap);
-    if (object == nullptr) return {};
-    if (object->kind == GdiObject::Kind::Picture)
-        return PixelsOf(*static_cast<const Picture*>(object)->surface);
-    BITMAP info{};
-    if (object->kind != GdiObject::Kind::Bitmap || !object->Describe(sizeof info, &info)) return {};
-    return PixelsOf(bitmap, info);
-}
+struct ImageList final : brcore8::GdiObject {
+    ImageList(int imageWidth, int imageHeight) noexcept
+        : GdiObject(Kind::ImageList), width(imageWidth), height(imageHeight) {}
 
-}  // namespace
-
-struct _IMAGELIST {
-    int width;
-    int height;
+    const int width;
+    const int height;
     COLORREF background = CLR_NONE;
     std::vector<std::vector<COLORREF>> images;
 
@@ -93,7 +75,9 @@ struct _IMAGELIST {
     bool Has(int index) const { return index >= 0 && index < static_cast<int>(images.size()); }
 };
 
-namespace {
+ImageList* FindList(HIMAGELIST handle) noexcept {
+    return brcore8::FindGdi<ImageList>(handle, brcore8::GdiObject::Kind::ImageList);
+}
 
 // The picture with its transparent pixels marked.
 Pixels Masked(HBITMAP bitmap, HBITMAP mask) {
@@ -123,30 +107,36 @@ HIMAGELIST ImageList_Create(int width, int height, UINT, int, int) noexcept {
         SetLastError(ERROR_INVALID_PARAMETER);
         return nullptr;
     }
-    return new (std::nothrow) _IMAGELIST{width, height, CLR_NONE, {}};
+    return reinterpret_cast<HIMAGELIST>(
+        brcore8::GdiHandleOf(new (std::nothrow) ImageList(width, height)));
 }
 
-BOOL ImageList_Destroy(HIMAGELIST list) noexcept {
-    delete list;
-    return list != nullptr;
+BOOL ImageList_Destroy(HIMAGELIST handle) noexcept {
+    if (FindList(handle) == nullptr) return 0;
+    delete brcore8::ForgetGdiHandle(handle);
+    return 1;
 }
 
-int ImageList_GetImageCount(HIMAGELIST list) noexcept {
+int ImageList_GetImageCount(HIMAGELIST handle) noexcept {
+    ImageList* const list = FindList(handle);
     return list != nullptr ? static_cast<int>(list->images.size()) : 0;
 }
 
-BOOL ImageList_GetIconSize(HIMAGELIST list, int* width, int* height) noexcept {
+BOOL ImageList_GetIconSize(HIMAGELIST handle, int* width, int* height) noexcept {
+    ImageList* const list = FindList(handle);
     if (list == nullptr) return 0;
     *width = list->width;
     *height = list->height;
     return 1;
 }
 
-int ImageList_Add(HIMAGELIST list, HBITMAP bitmap, HBITMAP mask) noexcept {
+int ImageList_Add(HIMAGELIST handle, HBITMAP bitmap, HBITMAP mask) noexcept {
+    ImageList* const list = FindList(handle);
     return Guarded(-1, [&] { return list != nullptr ? list->Add(Masked(bitmap, mask)) : -1; });
 }
 
-int ImageList_AddMasked(HIMAGELIST list, HBITMAP bitmap, COLORREF color) noexcept {
+int ImageList_AddMasked(HIMAGELIST handle, HBITMAP bitmap, COLORREF color) noexcept {
+    ImageList* const list = FindList(handle);
     return Guarded(-1, [&] {
         if (list == nullptr) return -1;
         Pixels pixels = PixelsOf(bitmap);
@@ -156,7 +146,8 @@ int ImageList_AddMasked(HIMAGELIST list, HBITMAP bitmap, COLORREF color) noexcep
     });
 }
 
-BOOL ImageList_Replace(HIMAGELIST list, int index, HBITMAP bitmap, HBITMAP mask) noexcept {
+BOOL ImageList_Replace(HIMAGELIST handle, int index, HBITMAP bitmap, HBITMAP mask) noexcept {
+    ImageList* const list = FindList(handle);
     return Guarded(0, [&] {
         if (list == nullptr || !list->Has(index)) return 0;
         const Pixels pixels = Masked(bitmap, mask);
@@ -166,7 +157,8 @@ BOOL ImageList_Replace(HIMAGELIST list, int index, HBITMAP bitmap, HBITMAP mask)
     });
 }
 
-BOOL ImageList_Remove(HIMAGELIST list, int index) noexcept {
+BOOL ImageList_Remove(HIMAGELIST handle, int index) noexcept {
+    ImageList* const list = FindList(handle);
     if (list == nullptr || (index != -1 && !list->Has(index))) return 0;
     if (index == -1)
         list->images.clear();
@@ -175,7 +167,8 @@ BOOL ImageList_Remove(HIMAGELIST list, int index) noexcept {
     return 1;
 }
 
-BOOL ImageList_Draw(HIMAGELIST list, int index, HDC context, int x, int y, UINT flags) noexcept {
+BOOL ImageList_Draw(HIMAGELIST handle, int index, HDC context, int x, int y, UINT flags) noexcept {
+    ImageList* const list = FindList(handle);
     Device* const device = DrawableOf(context);
     if (list == nullptr || !list->Has(index) || device == nullptr) return 0;
     const std::vector<COLORREF>& image = list->images[static_cast<std::size_t>(index)];
@@ -196,10 +189,12 @@ BOOL ImageList_Draw(HIMAGELIST list, int index, HDC context, int x, int y, UINT 
     return 1;
 }
 
-COLORREF ImageList_SetBkColor(HIMAGELIST list, COLORREF color) noexcept {
+COLORREF ImageList_SetBkColor(HIMAGELIST handle, COLORREF color) noexcept {
+    ImageList* const list = FindList(handle);
     return list != nullptr ? std::exchange(list->background, color) : CLR_NONE;
 }
 
-COLORREF ImageList_GetBkColor(HIMAGELIST list) noexcept {
+COLORREF ImageList_GetBkColor(HIMAGELIST handle) noexcept {
+    ImageList* const list = FindList(handle);
     return list != nullptr ? list->background : CLR_NONE;
 }

@@ -98,7 +98,7 @@ BOOL Polyline(HDC context, const POINT* points, int count) noexcept {
 BOOL PatBlt(HDC context, int x, int y, int width, int height, DWORD operation) noexcept {
     Device* const device = DrawableOf(context);
     if (device == nullptr) return 0;
-    const RECT place = OnSurface(*device, RECT{x, y, x + width, y + height});
+    const RECT place = OnSurface(*device, AreaOf(x, y, width, height));
     switch (operation) {
         case PATCOPY:
             if (device->isFilling) device->surface->Fill(device->clip, place, device->brush);
@@ -132,11 +132,16 @@ BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX
                        fromY + static_cast<int>(std::int64_t{row} * fromHeight / height)};
         return source->surface->GetPixel(OnSurface(*source, at));
     };
-    for (int row = 0; row < height; ++row) {
-        for (int column = 0; column < width;) {
+    // Only what shows is looked at, however large it is asked to be.
+    RECT shown = AreaOf(x, y, width, height);
+    RECT box{};
+    if (GetClipBox(to, &box) == 0 || !IntersectRect(&shown, &shown, &box)) return 1;
+    const int right = shown.right - x;
+    for (int row = shown.top - y; row < shown.bottom - y; ++row) {
+        for (int column = shown.left - x; column < right;) {
             const COLORREF color = pixelAt(column, row);
             int end = column + 1;
-            while (end < width && pixelAt(end, row) == color)
+            while (end < right && pixelAt(end, row) == color)
                 ++end;
             const RECT run{x + column, y + row, x + end, y + row + 1};
             if (color != CLR_INVALID)

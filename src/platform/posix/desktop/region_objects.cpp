@@ -19,11 +19,7 @@ struct RegionObject : brcore8::GdiObject {
 
 // Null with ERROR_INVALID_HANDLE for what is no region.
 RegionObject* RegionOf(HRGN handle) noexcept {
-    auto* const object = reinterpret_cast<brcore8::GdiObject*>(handle);
-    if (object != nullptr && object->kind == brcore8::GdiObject::Kind::Region)
-        return static_cast<RegionObject*>(object);
-    SetLastError(ERROR_INVALID_HANDLE);
-    return nullptr;
+    return brcore8::FindGdi<RegionObject>(handle, brcore8::GdiObject::Kind::Region);
 }
 
 // A rectangle's corners come in any order.
@@ -81,8 +77,8 @@ Region OnSurface(const Device& device, Region region) {
 
 HRGN CreateRectRgn(int left, int top, int right, int bottom) noexcept {
     try {
-        brcore8::GdiObject* const made = new RegionObject(RectangleOf(left, top, right, bottom));
-        return reinterpret_cast<HRGN>(made);
+        return static_cast<HRGN>(
+            brcore8::GdiHandleOf(new RegionObject(RectangleOf(left, top, right, bottom))));
     } catch (const std::bad_alloc&) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/posix/desktop/scale.h"
+
 namespace brcore8::desktop {
 
 ScrollBar* ScrollBarOf(HWND handle, int bar) noexcept {
@@ -42,15 +44,15 @@ ScrollParts PartsOf(const Window& window, int bar) noexcept {
     parts.thumbBegin = parts.thumbEnd = parts.trackBegin;
     const std::int64_t range = std::int64_t{data.max} - data.min;
     const std::int64_t track = parts.trackEnd - parts.trackBegin;
-    constexpr int kLeast = 8;
+    const int least = Scaled(8);
     parts.lastPosition =
         static_cast<int>(data.max - std::max<std::int64_t>(std::int64_t{data.page} - 1, 0));
-    if (data.disabled == ESB_DISABLE_BOTH || track < kLeast || range <= 0 ||
+    if (data.disabled == ESB_DISABLE_BOTH || track < least || range <= 0 ||
         parts.lastPosition < data.min)
         return parts;
     const std::int64_t usual = GetSystemMetrics(SM_CXVSCROLL);
     const std::int64_t length = std::clamp(data.page > 0 ? track * data.page / (range + 1) : usual,
-                                           std::int64_t{kLeast}, track);
+                                           std::int64_t{least}, track);
     const std::int64_t way = std::max<std::int64_t>(std::int64_t{parts.lastPosition} - data.min, 1);
     const int position = data.isTracking ? data.track : data.position;
     parts.thumbBegin +=
@@ -73,12 +75,12 @@ void DrawArrow(HDC dc, RECT box, bool isUpright, int direction, bool isOff) {
     DrawEdge(dc, &box, EDGE_RAISED, BF_RECT);
     const int middleX = (box.left + box.right) / 2;
     const int middleY = (box.top + box.bottom) / 2;
-    for (int i = 0; i < 4; ++i) {
-        const int along = direction * (i - 2);
+    const int size = Scaled(4);
+    for (int i = 0; i < size; ++i) {
+        const int along = direction * (i - size / 2);
         const RECT row =
-            isUpright
-                ? RECT{middleX - 3 + (3 - i), middleY - along, middleX + 1 + i, middleY - along + 1}
-                : RECT{middleX - along, middleY - i, middleX - along + 1, middleY + i + 1};
+            isUpright ? RECT{middleX - i, middleY - along, middleX + 1 + i, middleY - along + 1}
+                      : RECT{middleX - along, middleY - i, middleX - along + 1, middleY + i + 1};
         FillWithColor(dc, row, isOff ? COLOR_BTNSHADOW : COLOR_BTNTEXT);
     }
 }

@@ -1,11 +1,21 @@
 // Measures and colours of the desktop.
 
+#include <brcore8/platform/posix/desktop_testing.h>
 #include <brcore8/platform/posix/input_calls.h>
 #include <brcore8/platform/posix/window_calls.h>
 
+#include <atomic>
+
+#include "platform/posix/desktop/scale.h"
 #include "platform/posix/desktop/screen.h"
+#include "platform/posix/fonts.h"
+
+using brcore8::desktop::Scaled;
 
 namespace {
+
+// Of the desktop in memory.
+constinit std::atomic<unsigned> g_dpi = brcore8::desktop::kUsualDpi;
 
 SIZE ScreenSize() noexcept {
     const brcore8::desktop::Screen* const screen = brcore8::desktop::TheScreen();
@@ -16,7 +26,15 @@ SIZE ScreenSize() noexcept {
 
 UINT GetDpiForSystem() noexcept {
     const brcore8::desktop::Screen* const screen = brcore8::desktop::TheScreen();
-    return screen != nullptr ? screen->GetDpi() : 96;
+    return screen != nullptr ? screen->GetDpi() : g_dpi.load();
+}
+
+void SSetDesktopDpi(unsigned dpi) noexcept {
+    g_dpi = brcore8::desktop::UsableDpi(dpi);
+}
+
+int brcore8::desktop::Scaled(int pixels) noexcept {
+    return MulDiv(pixels, static_cast<int>(GetDpiForSystem()), kUsualDpi);
 }
 
 UINT GetDpiForWindow(HWND window) noexcept {
@@ -32,22 +50,22 @@ int GetSystemMetrics(int index) noexcept {
         case SM_CYVIRTUALSCREEN:
             return ScreenSize().cy;
         case SM_CYCAPTION:
-            return 20;
+            return Scaled(20);
         case SM_CXFRAME:
         case SM_CYFRAME:
-            return 4;
+            return Scaled(4);
         case SM_CXDLGFRAME:
         case SM_CYDLGFRAME:
             return 3;
         case SM_CXMIN:
-            return 112;
+            return Scaled(112);
         case SM_CYMIN:
-            return 28;
+            return Scaled(28);
         case SM_CXVSCROLL:
         case SM_CYHSCROLL:
-            return 16;
+            return Scaled(16);
         case SM_CYMENU:
-            return 20;
+            return Scaled(20);
         case SM_CXBORDER:
         case SM_CYBORDER:
             return 1;
@@ -58,10 +76,10 @@ int GetSystemMetrics(int index) noexcept {
         case SM_CYICON:
         case SM_CXCURSOR:
         case SM_CYCURSOR:
-            return 32;
+            return Scaled(32);
         case SM_CXSMICON:
         case SM_CYSMICON:
-            return 16;
+            return Scaled(16);
         case SM_CXDOUBLECLK:
         case SM_CYDOUBLECLK:
             return 4;

@@ -91,7 +91,10 @@ void Shorten(std::string& text, const LOGFONTA& font, int width) {
     std::size_t low = 0;
     std::size_t high = text.size();
     while (low < high) {
-        const std::size_t middle = (low + high + 1) / 2;
+        std::size_t middle = (low + high + 1) / 2;
+        // Whole characters alone can be measured.
+        while (middle < high && (static_cast<unsigned char>(text[middle]) & 0xC0) == 0x80)
+            ++middle;
         const bool fits =
             TheDisplay()->MeasureText(font, text.substr(0, middle) + "...").cx <= width;
         (fits ? low : high) = fits ? middle : middle - 1;
@@ -235,14 +238,16 @@ BOOL GetTextMetricsA(HDC context, TEXTMETRICA* metrics) noexcept {
         metrics->tmHeight = measure.ascent + measure.descent;
         metrics->tmAscent = measure.ascent;
         metrics->tmDescent = measure.descent;
-        metrics->tmInternalLeading = std::max(0, metrics->tmHeight - std::abs(font.lfHeight));
+        metrics->tmInternalLeading = static_cast<LONG>(
+            std::max<std::int64_t>(0, metrics->tmHeight - std::abs(std::int64_t{font.lfHeight})));
         metrics->tmAveCharWidth = measure.averageWidth;
         metrics->tmMaxCharWidth = measure.averageWidth * 2;
         metrics->tmWeight = font.lfWeight > 0 ? font.lfWeight : 400;
         metrics->tmItalic = font.lfItalic;
         metrics->tmUnderlined = font.lfUnderline;
         metrics->tmStruckOut = font.lfStrikeOut;
-        metrics->tmDigitizedAspectX = metrics->tmDigitizedAspectY = 96;
+        metrics->tmDigitizedAspectX = metrics->tmDigitizedAspectY =
+            GetDeviceCaps(context, LOGPIXELSY);
         metrics->tmFirstChar = 32;
         metrics->tmLastChar = 255;
         metrics->tmBreakChar = 32;

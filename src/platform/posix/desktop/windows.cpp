@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/posix/desktop/desktop.h"
+#include "platform/posix/desktop/scale.h"
 #include "platform/posix/desktop/screen.h"
 #include "platform/posix/desktop/thread.h"
 
@@ -34,7 +35,7 @@ void ChoosePlace(CREATESTRUCTA& create) noexcept {
     }
     if (create.x == CW_USEDEFAULT) {
         step = (step + 1) % 8;
-        create.x = create.y = step * 26;
+        create.x = create.y = step * Scaled(26);
     }
     if (create.cx == CW_USEDEFAULT) {
         create.cx = Width(screen) * 3 / 4;
@@ -44,6 +45,7 @@ void ChoosePlace(CREATESTRUCTA& create) noexcept {
 
 // Puts a new window into the tree: children under their siblings, others on top.
 void Enter(Window& window, Window* parent) noexcept {
+    const std::lock_guard guard(Lock());
     if (!IsTopLevel(window)) {
         LinkLast(window, *parent);
     } else {
@@ -91,6 +93,10 @@ HWND CreateWindowExA(DWORD exStyle, const char* className, const char* text, DWO
     Window* const parent = parentHandle != nullptr ? Find(parentHandle) : nullptr;
     if (parentHandle != nullptr && parent == nullptr) return nullptr;
     const bool isChild = (style & WS_CHILD) != 0;
+    if (isChild && parent != nullptr && parent->isLeaving) {
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+        return nullptr;
+    }
     if (isChild && parent == nullptr) {
         SetLastError(ERROR_TLW_WITH_WSCHILD);
         return nullptr;
@@ -180,6 +186,8 @@ BOOL DestroyWindow(HWND handle) {
     }
     // Children first; those that came meanwhile too.
     const std::vector<HWND> leaving = Family(handle);
+    for (const HWND each : leaving)
+        if (Window* const member = Find(each)) member->isLeaving = true;
     for (auto each = leaving.rbegin(); each != leaving.rend(); ++each) {
         Call(*each, WM_NCDESTROY, 0, 0);
         Window* const member = Find(*each);

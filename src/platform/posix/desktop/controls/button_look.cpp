@@ -1,13 +1,15 @@
 #include <algorithm>
 
 #include "platform/posix/desktop/controls/button.h"
+#include "platform/posix/desktop/scale.h"
 
 namespace brcore8::desktop {
 
 namespace {
 
-constexpr int kMark = 13;  // pixels a side
+constexpr int kMark = 13;  // pixels a side of a check box
 constexpr int kGap = 4;
+constexpr int kTitleLeft = 9;  // of a group box
 
 UINT FormatOf(const ButtonLook& look, UINT usual) noexcept {
     UINT format = (look.style & BS_MULTILINE) != 0 ? DT_WORDBREAK : DT_SINGLELINE;
@@ -61,11 +63,11 @@ RECT DrawCaption(HDC dc, const ButtonLook& look, const RECT& rect, UINT format) 
 
 // A tick of three pixels' thickness.
 void DrawTick(HDC dc, const RECT& box, int color) {
-    constexpr int kDepth[] = {2, 3, 4, 3, 2, 1, 0};
-    for (int i = 0; i < 7; ++i) {
-        const int x = box.left + 3 + i;
-        const int y = box.top + 3 + kDepth[i];
-        FillWith(dc, {x, y, x + 1, y + 3}, color);
+    const int edge = Scaled(3), turn = Scaled(2), end = Scaled(7);
+    for (int i = 0; i < end; ++i) {
+        const int x = box.left + edge + i;
+        const int y = box.top + edge + (i < turn ? turn + i : 3 * turn - i);
+        FillWith(dc, {x, y, x + 1, y + edge}, color);
     }
 }
 
@@ -87,7 +89,7 @@ void DrawMark(HDC dc, const ButtonLook& look, RECT box) {
         look.IsDisabled() || check == BST_INDETERMINATE ? COLOR_BTNSHADOW : COLOR_WINDOWTEXT;
     if (look.Type() == BS_RADIOBUTTON || look.Type() == BS_AUTORADIOBUTTON) {
         DrawDisc(dc, box, COLOR_3DDKSHADOW, field);
-        InflateRect(&box, -4, -4);
+        InflateRect(&box, -Scaled(4), -Scaled(4));
         if (check != BST_UNCHECKED) DrawDisc(dc, box, ink, ink);
         return;
     }
@@ -124,11 +126,12 @@ void DrawMarkButton(const ControlPaint& paint, const ButtonLook& look) {
     const RECT& all = paint.client;
     FillRect(dc, &all, look.back);
     const bool isRight = (look.style & BS_RIGHTBUTTON) != 0;
-    const int top = all.top + (all.bottom - all.top - kMark) / 2;
-    const int left = isRight ? all.right - kMark : all.left;
-    DrawMark(dc, look, {left, top, left + kMark, top + kMark});
+    const int mark = Scaled(kMark);
+    const int top = all.top + (all.bottom - all.top - mark) / 2;
+    const int left = isRight ? all.right - mark : all.left;
+    DrawMark(dc, look, {left, top, left + mark, top + mark});
     RECT text = all;
-    (isRight ? text.right : text.left) += (isRight ? -1 : 1) * (kMark + kGap);
+    (isRight ? text.right : text.left) += (isRight ? -1 : 1) * (mark + Scaled(kGap));
     RECT box = DrawCaption(dc, look, text, FormatOf(look, DT_LEFT));
     InflateRect(&box, 1, 1);
     if ((look.state & BST_FOCUS) != 0 && !look.text.empty()) DrawFocusRect(dc, &box);
@@ -142,7 +145,8 @@ void DrawGroupBox(const ControlPaint& paint, const ButtonLook& look) {
     frame.top += metrics.tmHeight / 2;
     DrawEdge(dc, &frame, EDGE_ETCHED, BF_RECT);
     if (look.text.empty()) return;
-    RECT text{9, 0, paint.client.right - 9, metrics.tmHeight};
+    const int side = Scaled(kTitleLeft);
+    RECT text{side, 0, paint.client.right - side, metrics.tmHeight};
     RECT gap = text;
     const UINT format = DT_SINGLELINE;
     DrawTextA(dc, look.text.data(), static_cast<int>(look.text.size()), &gap, format | DT_CALCRECT);

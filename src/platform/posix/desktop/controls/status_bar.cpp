@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/posix/desktop/controls/control.h"
+#include "platform/posix/desktop/scale.h"
 
 namespace brcore8::desktop {
 
@@ -164,7 +165,8 @@ void StatusBar::Create() {
 int StatusBar::Height() const {
     const TEXTMETRICA metrics = ControlMeasure(Font()).Metrics();
     const int leading = metrics.tmInternalLeading != 0 ? metrics.tmInternalLeading : 2;
-    return std::max({metrics.tmHeight + leading + 4, minimum_ + kVerticalBorder, kLeastHeight});
+    return std::max(
+        {metrics.tmHeight + leading + Scaled(4), minimum_ + kVerticalBorder, Scaled(kLeastHeight)});
 }
 
 void StatusBar::Dock() {
@@ -191,7 +193,8 @@ LRESULT StatusBar::HitTest(WPARAM wParam, LPARAM lParam) const {
     POINT point = PointOf(lParam);
     ScreenToClient(Handle(), &point);
     const RECT client = ClientRect();
-    const RECT corner{client.right - kGrip, client.bottom - kGrip, client.right, client.bottom};
+    const int grip = Scaled(kGrip);
+    const RECT corner{client.right - grip, client.bottom - grip, client.right, client.bottom};
     return HasGrip() && PtInRect(&corner, point) ? HTBOTTOMRIGHT
                                                  : Default(WM_NCHITTEST, wParam, lParam);
 }
@@ -336,10 +339,11 @@ void StatusBar::DrawPart(const ControlPaint& paint, const Part& part, RECT rect,
 
 void StatusBar::DrawGrip(const ControlPaint& paint) const {
     const RECT& all = paint.client;
-    for (int i = 0; i < kGrip; ++i)
+    const int grip = Scaled(kGrip);
+    for (int i = 0; i < grip; ++i)
         for (int k = 0; k < 3; ++k) {
             const int x = all.right - 2 - i;
-            const int y = all.bottom - kGrip + 4 * k + i;
+            const int y = all.bottom - grip + grip * k / 3 + i;
             if (y >= all.bottom - 1) continue;
             const RECT dots[] = {{x, y, x + 1, y + 1}, {x, y + 1, x + 1, y + 2}};
             FillWith(paint.dc, dots[0], COLOR_BTNHIGHLIGHT);

@@ -1,6 +1,7 @@
 // How dialogs are made from templates, what they do by themselves, and how they run.
 
 #include <brcore8/platform/posix/drawing_calls.h>
+#include <brcore8/platform/posix/input_calls.h>
 #include <brcore8/platform/posix/menu_calls.h>
 #include <brcore8/strings/multibyte.h>
 
@@ -28,7 +29,7 @@ std::map<HWND, Dialog>& Dialogs() {
 HFONT FontOf(const DialogTemplate& from) {
     if (from.pointSize == 0 || from.face.empty()) return nullptr;
     LOGFONTA info{};
-    info.lfHeight = -MulDiv(from.pointSize, 96, 72);
+    info.lfHeight = -MulDiv(from.pointSize, static_cast<int>(GetDpiForSystem()), 72);
     info.lfWeight = from.weight;
     info.lfItalic = from.isItalic;
     const std::string face = STextFromUtf16(from.face);

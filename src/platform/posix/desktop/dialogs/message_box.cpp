@@ -11,16 +11,21 @@
 
 #include "platform/posix/desktop/desktop.h"
 #include "platform/posix/desktop/display.h"
+#include "platform/posix/desktop/scale.h"
 #include "platform/posix/desktop/screen.h"
 
 using namespace brcore8::desktop;
 
 namespace {
 
-constexpr int kMargin = 12;
-constexpr int kSignSize = 32;
-constexpr int kButtonWidth = 75, kButtonHeight = 23, kButtonGap = 8;
 constexpr int kTextId = 0xFFFF;
+
+// Where things go, in pixels of this screen.
+struct Measures {
+    int margin = Scaled(12);
+    int sign = Scaled(32);
+    int buttonWidth = Scaled(75), buttonHeight = Scaled(23), buttonGap = Scaled(8);
+};
 
 struct Choice {
     int id;
@@ -88,11 +93,12 @@ void Fill(HWND window, const Box& box) {
     const std::span<const Choice> choices = ChoicesOf(box.style);
     const int count = static_cast<int>(choices.size());
     const SIZE text = Measure(window, box.text);
-    const int sign = HasSign(box.style) ? kSignSize + kMargin : 0;
-    const int row = count * kButtonWidth + (count - 1) * kButtonGap;
-    const int width = std::max<int>(sign + text.cx, row) + 2 * kMargin;
-    const int textHeight = std::max<int>(text.cy, sign != 0 ? kSignSize : 0);
-    const int height = textHeight + 3 * kMargin + kButtonHeight;
+    const Measures in;
+    const int sign = HasSign(box.style) ? in.sign + in.margin : 0;
+    const int row = count * in.buttonWidth + (count - 1) * in.buttonGap;
+    const int width = std::max<int>(sign + text.cx, row) + 2 * in.margin;
+    const int textHeight = std::max<int>(text.cy, sign != 0 ? in.sign : 0);
+    const int height = textHeight + 3 * in.margin + in.buttonHeight;
 
     RECT place{0, 0, width, height};
     const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
@@ -101,18 +107,18 @@ void Fill(HWND window, const Box& box) {
     SetWindowPos(window, nullptr, std::max(0, (Width(screen) - Width(place)) / 2),
                  std::max(0, (Height(screen) - Height(place)) / 2), Width(place), Height(place),
                  SWP_NOZORDER | SWP_NOACTIVATE);
-    const int top = kMargin + (textHeight - text.cy) / 2;
+    const int top = in.margin + (textHeight - text.cy) / 2;
     MakeControl(window, "STATIC", box.text, SS_NOPREFIX,
-                {kMargin + sign, top, kMargin + sign + text.cx, top + text.cy}, kTextId);
+                {in.margin + sign, top, in.margin + sign + text.cx, top + text.cy}, kTextId);
     int x = (width - row) / 2;
-    const int y = height - kMargin - kButtonHeight;
+    const int y = height - in.margin - in.buttonHeight;
     for (const Choice& choice : choices) {
         const bool isDefault = choice.id == DefaultOf(box.style);
         const DWORD look = isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
         MakeControl(window, "BUTTON", choice.caption,
                     look | WS_TABSTOP | (&choice == choices.data() ? WS_GROUP : 0),
-                    {x, y, x + kButtonWidth, y + kButtonHeight}, choice.id);
-        x += kButtonWidth + kButtonGap;
+                    {x, y, x + in.buttonWidth, y + in.buttonHeight}, choice.id);
+        x += in.buttonWidth + in.buttonGap;
     }
 }
 
@@ -128,12 +134,13 @@ void PaintSign(HWND window, UINT style) {
                                                    : RGB(30, 90, 200);
         const HBRUSH brush = CreateSolidBrush(color);
         const HGDIOBJ oldBrush = SelectObject(context, brush);
-        Ellipse(context, kMargin, kMargin, kMargin + kSignSize, kMargin + kSignSize);
+        const Measures in;
+        RECT rect{in.margin, in.margin, in.margin + in.sign, in.margin + in.sign};
+        Ellipse(context, rect.left, rect.top, rect.right, rect.bottom);
         SelectObject(context, oldBrush);
         DeleteObject(brush);
         SetBkMode(context, TRANSPARENT);
         SetTextColor(context, isWarning ? RGB(0, 0, 0) : RGB(255, 255, 255));
-        RECT rect{kMargin, kMargin, kMargin + kSignSize, kMargin + kSignSize};
         const char* const letter = kind == MB_ICONHAND       ? "X"
                                    : kind == MB_ICONQUESTION ? "?"
                                    : isWarning               ? "!"
@@ -153,7 +160,9 @@ INT_PTR CALLBACK BoxProcedure(HWND window, UINT message, WPARAM wParam, LPARAM l
             Fill(window, made);
             const int first = DefaultOf(made.style);
             SendMessageA(window, DM_SETDEFID, static_cast<WPARAM>(first), 0);
-            SetFocus(GetDlgItem(window, first));
+            // As the keyboard goes there: the default look goes along.
+            SendMessageA(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(window, first)),
+                         1);
             return 0;
         }
         case WM_COMMAND: {

@@ -4,10 +4,13 @@
 #include <cctype>
 #include <string_view>
 
+#include "platform/posix/desktop/scale.h"
+
 namespace brcore8::desktop {
 
 namespace {
 
+// Scaled where they are used.
 constexpr int kBarPadding = 8;
 constexpr int kMarkWidth = 22;   // left of a popup's texts
 constexpr int kArrowWidth = 18;  // right of them
@@ -36,7 +39,7 @@ public:
         RECT rect{};
         const int length = static_cast<int>(text.size());
         if (DrawTextA(context_, text.data(), length, &rect, DT_SINGLELINE | DT_CALCRECT) == 0)
-            return {7 * length, 14};
+            return {Scaled(7) * length, Scaled(14)};
         return {rect.right, rect.bottom};
     }
     void Text(std::string_view text, RECT rect, UINT format) const {
@@ -79,19 +82,22 @@ void PaintMark(HDC context, const MenuItem& item) {
     SetTextColor(context, color);
     const HPEN pen = CreatePen(PS_SOLID, 1, color);
     const HGDIOBJ old = SelectObject(context, pen);
-    const int x = item.rect.left + kMarkWidth / 2;
+    const int x = item.rect.left + Scaled(kMarkWidth) / 2;
     const int y = (item.rect.top + item.rect.bottom) / 2;
     if ((item.type & MFT_RADIOCHECK) != 0) {
+        const int radius = Scaled(3);
         const HBRUSH brush = CreateSolidBrush(color);
         const HGDIOBJ oldBrush = SelectObject(context, brush);
-        Ellipse(context, x - 3, y - 3, x + 4, y + 4);
+        Ellipse(context, x - radius, y - radius, x + radius + 1, y + radius + 1);
         SelectObject(context, oldBrush);
         DeleteObject(brush);
     } else {
-        for (const int shift : {0, 1}) {
-            MoveToEx(context, x - 4, y - 1 + shift, nullptr);
-            LineTo(context, x - 1, y + 2 + shift);
-            LineTo(context, x + 5, y - 4 + shift);
+        const int arm = Scaled(3), reach = Scaled(6), thick = Scaled(2);
+        const POINT turn{x - Scaled(1), y + Scaled(2)};
+        for (int shift = 0; shift < thick; ++shift) {
+            MoveToEx(context, turn.x - arm, turn.y - arm + shift, nullptr);
+            LineTo(context, turn.x, turn.y + shift);
+            LineTo(context, turn.x + reach, turn.y - reach + shift);
         }
     }
     SelectObject(context, old);
@@ -114,14 +120,14 @@ void PaintItem(const MenuContext& context, const MenuItem& item) {
     }
     PaintMark(context.Get(), item);
     RECT text = item.rect;
-    text.left += kMarkWidth;
-    text.right -= kArrowWidth;
+    text.left += Scaled(kMarkWidth);
+    text.right -= Scaled(kArrowWidth);
     const Parts parts = PartsOf(item.text);
     context.Text(parts.text, text, DT_LEFT);
     context.Text(parts.key, text, DT_RIGHT | DT_NOPREFIX);
     if (item.subMenu == nullptr) return;
     RECT arrow = item.rect;
-    arrow.left = arrow.right - kArrowWidth;
+    arrow.left = arrow.right - Scaled(kArrowWidth);
     context.Text(">", arrow, DT_CENTER | DT_NOPREFIX);
 }
 
@@ -143,7 +149,7 @@ void LayOutBar(const Window& window, Menu& menu) {
     const RECT bar = MenuBarOf(window);
     int x = bar.left;
     for (MenuItem& item : menu.items) {
-        const int width = context.Measure(item.text).cx + 2 * kBarPadding;
+        const int width = context.Measure(item.text).cx + 2 * Scaled(kBarPadding);
         item.rect = {x, bar.top, x + width, bar.bottom};
         x += width;
     }
@@ -182,13 +188,13 @@ SIZE LayOutPopup(Menu& menu) {
         const Parts parts = PartsOf(item.text);
         textWidth = std::max<int>(textWidth, context.Measure(parts.text).cx);
         if (!parts.key.empty())
-            keyWidth = std::max<int>(keyWidth, context.Measure(parts.key).cx + kGap);
+            keyWidth = std::max<int>(keyWidth, context.Measure(parts.key).cx + Scaled(kGap));
     }
-    const int width = kMarkWidth + textWidth + keyWidth + kArrowWidth;
-    const int height = context.Measure("X").cy + 2 * kItemPadding;
+    const int width = Scaled(kMarkWidth) + textWidth + keyWidth + Scaled(kArrowWidth);
+    const int height = context.Measure("X").cy + 2 * Scaled(kItemPadding);
     int y = kPopupBorder;
     for (MenuItem& item : menu.items) {
-        const int high = item.IsSeparator() ? kSeparatorHeight : height;
+        const int high = item.IsSeparator() ? Scaled(kSeparatorHeight) : height;
         item.rect = {kPopupBorder, y, kPopupBorder + width, y + high};
         y += high;
     }
