@@ -1,8 +1,7 @@
 #include <brcore8/views/view.h>
 
 #include <brcore8/graphics/window_dc.h>
-
-#include "platform/frame_parts.h"
+#include <brcore8/window/scaled.h>
 
 #include <algorithm>
 
@@ -58,6 +57,32 @@ void SBufferizedView::OnPaint() {
 
 // --- Scrolling ----------------------------------------------------------------------------------
 
+namespace {
+
+// The window shows `page` of `total`, from `position` on; the bar hides where all fits.
+void SetBar(HWND window, int bar, int total, int page, int position) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    info.nMax = std::max(total - 1, 0);
+    info.nPage = static_cast<UINT>(std::max(page, 1));
+    info.nPos = position;
+    ::SetScrollInfo(window, bar, &info, 1);
+}
+
+// Where the user holds the thumb. The message carries the lower 16 bits; one that does not carry
+// those is a program's own, and meant as it says.
+int TrackOf(HWND window, int bar, UINT carried) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_TRACKPOS;
+    const bool isKnown = ::GetScrollInfo(window, bar, &info) != 0;
+    return isKnown && static_cast<WORD>(info.nTrackPos) == carried ? info.nTrackPos
+                                                                   : static_cast<int>(carried);
+}
+
+}  // namespace
+
 void SScrollView::SetScrollSizes(SIZE total, SIZE page, SIZE line) {
     total_ = total;
     page_ = page;
@@ -77,10 +102,21 @@ void SScrollView::ScrollToPosition(POINT point) {
     Invalidate(1);
 }
 
+// Whether each bar is needed follows from the window without any, so that two bars do not stay
+// only because of each other. A bar that comes or goes changes the client area, whose WM_SIZE ends
+// here again, with the same answer.
 void SScrollView::TellBars() {
-    const RECT client = GetClientRect();
-    brcore8::SetWindowScroll(GetHandle(), SB_HORZ, total_.cx, client.right, at_.x);
-    brcore8::SetWindowScroll(GetHandle(), SB_VERT, total_.cy, client.bottom, at_.y);
+    RECT room = GetClientRect();
+    const DWORD style = GetStyle();
+    const int across = GetSystemMetrics(SM_CXVSCROLL), along = GetSystemMetrics(SM_CYHSCROLL);
+    if ((style & WS_VSCROLL) != 0) room.right += across;
+    if ((style & WS_HSCROLL) != 0) room.bottom += along;
+    bool isTall = total_.cy > room.bottom;
+    const bool isWide = total_.cx > room.right - (isTall ? across : 0);
+    isTall = total_.cy > room.bottom - (isWide ? along : 0);
+    SetBar(GetHandle(), SB_HORZ, total_.cx, room.right - (isTall ? across : 0), at_.x);
+    if (GetHandle() == nullptr) return;
+    SetBar(GetHandle(), SB_VERT, total_.cy, room.bottom - (isWide ? along : 0), at_.y);
 }
 
 void SScrollView::OnPrepareDC(SDC& dc) {
@@ -118,7 +154,7 @@ int SScrollView::Target(int bar, UINT code, UINT position) const {
             return isVertical ? total_.cy : total_.cx;
         case SB_THUMBPOSITION:
         case SB_THUMBTRACK:
-            return brcore8::GetWindowTrack(GetHandle(), bar, static_cast<int>(position));
+            return TrackOf(GetHandle(), bar, position);
         default:
             return at;
     }
@@ -163,7 +199,8 @@ void SPreviewView::OnDraw(SDC& dc) {
     OnDrawPage(page, page_);
     RECT room = GetClientRect();
     dc.FillSolidRect(room, ::GetSysColor(COLOR_APPWORKSPACE));
-    InflateRect(&room, -8, -8);
+    const int margin = SScaled(8, GetHandle());
+    InflateRect(&room, -margin, -margin);
     RECT place = page.FitPage(room);
     page.ShowPage(dc, place);
     InflateRect(&place, 1, 1);
@@ -193,7 +230,7 @@ void SAboutView::OnDraw(SDC& dc) {
         dc.DrawText(text, row, DT_SINGLELINE | DT_CENTER | DT_NOPREFIX);
         row.top = row.bottom + height / 4;
     };
-    row.top = 10;
+    row.top = SScaled(10, GetHandle());
     draw(title_, SYSTEM_FONT, ::GetSysColor(COLOR_HIGHLIGHT));
     for (const SString& line : lines_)
         draw(line, DEFAULT_GUI_FONT, ::GetSysColor(COLOR_WINDOWTEXT));

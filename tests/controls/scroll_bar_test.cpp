@@ -2,6 +2,9 @@
 
 #include "controls/desk.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 class ScrollBars : public Desk {
@@ -124,6 +127,64 @@ TEST_F(ScrollBars, TheMouseScrolls) {
         EXPECT_EQ(told, row.told);
         EXPECT_EQ(from, bar);
         EXPECT_EQ(GetCapture(), nullptr);
+    }
+}
+
+// Each code with the position that GetScrollInfo knows, all 32 bits of it.
+TEST_F(ScrollBars, ADraggedThumbTellsWhereItIs) {
+    const HWND bar = Make("SCROLLBAR", "", SBS_VERT, 1, {0, 0, 16, 232});
+    SetScrollRange(bar, SB_CTL, 0, 1'000'000, 1);
+    std::vector<std::pair<int, int>> told;
+    answers = [&](UINT message, WPARAM wParam, LPARAM, LRESULT&) {
+        if (message != WM_VSCROLL) return false;
+        const SCROLLINFO info = InfoOf(bar, SB_CTL);
+        told.emplace_back(LOWORD(wParam), info.nTrackPos);
+        const bool tellsPlace =
+            LOWORD(wParam) == SB_THUMBTRACK || LOWORD(wParam) == SB_THUMBPOSITION;
+        EXPECT_EQ(HIWORD(wParam), tellsPlace ? LOWORD(info.nTrackPos) : 0);
+        if (LOWORD(wParam) == SB_THUMBPOSITION) SetScrollPos(bar, SB_CTL, info.nTrackPos, 1);
+        return true;
+    };
+    const auto drag = [bar](std::initializer_list<int> places) {
+        for (const int y : places)
+            PostMessageA(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(8, y));
+        PostMessageA(bar, WM_LBUTTONUP, 0, MAKELPARAM(8, *(places.end() - 1)));
+        Send(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, *places.begin()));
+    };
+    // From the thumb at the upper end to the middle, and beyond the lower end.
+    drag({20, 116, 400});
+    ASSERT_GE(told.size(), 4u);
+    EXPECT_EQ(told.back().first, SB_ENDSCROLL);
+    EXPECT_EQ(told[told.size() - 2], std::pair(int{SB_THUMBPOSITION}, 1'000'000));
+    const auto middle = std::find_if(told.begin(), told.end(), [](const auto& each) {
+        return each.first == SB_THUMBTRACK && each.second > 400'000 && each.second < 600'000;
+    });
+    EXPECT_NE(middle, told.end());
+    EXPECT_EQ(GetScrollPos(bar, SB_CTL), 1'000'000);
+    EXPECT_EQ(GetCapture(), nullptr);
+    // And back above the upper end.
+    told.clear();
+    drag({212, -50});
+    EXPECT_EQ(GetScrollPos(bar, SB_CTL), 0);
+}
+
+// Who is told may end the bar.
+TEST_F(ScrollBars, ABarMayGoWhileItIsHeld) {
+    for (const int code : {SB_THUMBTRACK, SB_THUMBPOSITION, SB_LINEUP}) {
+        const HWND bar = Make("SCROLLBAR", "", SBS_VERT, 1, {0, 0, 16, 232});
+        SetScrollRange(bar, SB_CTL, 0, 100, 1);
+        answers = [&](UINT message, WPARAM wParam, LPARAM, LRESULT&) {
+            if (message == WM_VSCROLL && LOWORD(wParam) == code) DestroyWindow(bar);
+            return false;
+        };
+        const int y = code == SB_LINEUP ? 5 : 20;
+        PostMessageA(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(8, 100));
+        PostMessageA(bar, WM_LBUTTONUP, 0, MAKELPARAM(8, 100));
+        Send(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, y));
+        EXPECT_FALSE(IsWindow(bar)) << code;
+        EXPECT_EQ(GetCapture(), nullptr);
+        Settle();
+        answers = nullptr;
     }
 }
 

@@ -109,6 +109,71 @@ TEST_F(Views, AScrollViewMovesByLinesAndPagesToItsEnds) {
     EXPECT_EQ(view.GetScrollPosition().y, 0);
 }
 
+struct Bars {
+    const char* name;
+    SIZE total;
+    DWORD shown;
+};
+
+TEST_F(Views, AScrollViewHasTheBarsThatItNeeds) {
+    STestScrolled view;
+    ASSERT_EQ(view.Create(WS_VISIBLE, {0, 0, 120, 100}, &parent, 1), 1);
+    const Bars rows[] = {
+        {"all fits", {50, 50}, 0},
+        {"just", {120, 100}, 0},
+        {"a pixel too high", {50, 101}, WS_VSCROLL},
+        {"a pixel too wide", {121, 50}, WS_HSCROLL},
+        {"one bar takes the other's room", {120, 101}, WS_VSCROLL | WS_HSCROLL},
+        {"both", {1000, 1000}, WS_VSCROLL | WS_HSCROLL},
+        {"and all fits again", {120, 100}, 0},
+        {"nothing", {0, 0}, 0},
+    };
+    for (const Bars& row : rows) {
+        SCOPED_TRACE(row.name);
+        view.SetScrollSizes(row.total);
+        EXPECT_EQ(view.GetStyle() & (WS_VSCROLL | WS_HSCROLL), row.shown);
+        const RECT client = view.GetClientRect();
+        const bool isTall = (row.shown & WS_VSCROLL) != 0, isWide = (row.shown & WS_HSCROLL) != 0;
+        EXPECT_EQ(client.right, 120 - (isTall ? GetSystemMetrics(SM_CXVSCROLL) : 0));
+        EXPECT_EQ(client.bottom, 100 - (isWide ? GetSystemMetrics(SM_CYHSCROLL) : 0));
+        SCROLLINFO info{};
+        info.cbSize = sizeof info;
+        info.fMask = SIF_ALL;
+        if (!isTall) continue;
+        EXPECT_TRUE(GetScrollInfo(view.GetHandle(), SB_VERT, &info));
+        EXPECT_EQ(info.nPage, static_cast<UINT>(client.bottom));
+        EXPECT_EQ(info.nMax, row.total.cy - 1);
+    }
+    // The thumb follows the view, and a larger window needs no bar.
+    view.SetScrollSizes({50, 300});
+    view.ScrollToPosition({0, 70});
+    EXPECT_EQ(GetScrollPos(view.GetHandle(), SB_VERT), 70);
+    view.MoveWindow({0, 0, 120, 400});
+    EXPECT_EQ(view.GetStyle() & (WS_VSCROLL | WS_HSCROLL), 0u);
+    EXPECT_EQ(view.GetScrollPosition().y, 0);
+}
+
+// Messages carry 16 bits of the thumb's position.
+TEST_F(Views, TheThumbOfALongViewIsDraggedToItsEnd) {
+    constexpr int kHigh = 200'000;
+    STestScrolled view;
+    ASSERT_EQ(view.Create(WS_VISIBLE, {0, 0, 120, 100}, &parent, 1), 1);
+    view.SetScrollSizes({50, kHigh});
+    SetForegroundWindow(parent.GetHandle());
+    const RECT place = view.GetWindowRect();
+    const int x = place.right - 5;
+    SetCursorPos(x, place.top + GetSystemMetrics(SM_CYHSCROLL) + 3);
+    mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+    SetCursorPos(x, place.bottom - 1);
+    mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+        DispatchMessageA(&message);
+    EXPECT_EQ(view.GetScrollPosition().y, kHigh - view.GetClientRect().bottom);
+    EXPECT_EQ(GetScrollPos(view.GetHandle(), SB_VERT), view.GetScrollPosition().y);
+    EXPECT_EQ(GetCapture(), nullptr);
+}
+
 class STestPages : public SPreviewView {
 protected:
     void OnDrawPage(SDC& dc, int page) override {

@@ -2,12 +2,6 @@
 
 namespace brcore8 {
 
-void SetWindowScroll(HWND, int, int, int, int) noexcept {}
-
-int GetWindowTrack(HWND, int, int carried) noexcept {
-    return carried;
-}
-
 LRESULT DefDocumentFrame(HWND window, HWND, UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcA(window, message, wParam, lParam);
 }

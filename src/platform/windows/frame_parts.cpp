@@ -2,25 +2,6 @@
 
 namespace brcore8 {
 
-void SetWindowScroll(HWND window, int bar, int total, int page, int position) noexcept {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
-    info.nMax = total > 0 ? total - 1 : 0;
-    info.nPage = static_cast<UINT>(page > 0 ? page : 0);
-    info.nPos = position;
-    SetScrollInfo(window, bar, &info, TRUE);
-}
-
-int GetWindowTrack(HWND window, int bar, int carried) noexcept {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_TRACKPOS | SIF_POS;
-    // A message that a program sent, not the user, is meant as it says.
-    if (!GetScrollInfo(window, bar, &info) || info.nTrackPos == info.nPos) return carried;
-    return info.nTrackPos;
-}
-
 LRESULT DefDocumentFrame(HWND window, HWND client, UINT message, WPARAM wParam, LPARAM lParam) {
     return DefFrameProcA(window, client, message, wParam, lParam);
 }

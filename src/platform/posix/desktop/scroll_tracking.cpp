@@ -19,10 +19,12 @@ public:
         : window_(window), target_(target), bar_(bar) {}
 
     void Run(POINT point) {
-        Window* const window = Find(window_);
-        code_ = CodeAt(*window, point);
+        code_ = CodeAt(*Find(window_), point);
         if (code_ == kNothing) return;
+        // Who had it may end the window.
         SetCapture(window_);
+        Window* const window = Find(window_);
+        if (window == nullptr) return;
         if (code_ == SB_THUMBTRACK)
             Grip(*window, point);
         else
@@ -124,9 +126,9 @@ private:
     void Finish() {
         if (ScrollBar* const data = ScrollBarOf(window_, bar_);
             data != nullptr && data->isTracking) {
-            const int position = data->track;
-            data->isTracking = false;
-            Tell(SB_THUMBPOSITION, position);
+            // GetScrollInfo knows all of the position as long as this is told.
+            Tell(SB_THUMBPOSITION, data->track);
+            if (ScrollBar* const after = ScrollBarOf(window_, bar_)) after->isTracking = false;
         }
         Tell(SB_ENDSCROLL, 0);
         ShowScrollBarAnew(window_, bar_);
