@@ -187,6 +187,70 @@ TEST_F(Edits, KeysMoveTheCaret) {
     }
 }
 
+// Shift and Ctrl for as long as it lives.
+class Held {
+public:
+    explicit Held(bool shift, bool control) {
+        GetKeyboardState(keys_);
+        BYTE held[256];
+        std::memcpy(held, keys_, sizeof held);
+        held[VK_SHIFT] = shift ? 0x80 : 0;
+        held[VK_CONTROL] = control ? 0x80 : 0;
+        SetKeyboardState(held);
+    }
+    ~Held() { SetKeyboardState(keys_); }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+private:
+    BYTE keys_[256];
+};
+
+TEST_F(Edits, ShiftSelectsAndCtrlGoesByWords) {
+    const HWND one = MakeEdit(kOne, "one two  three");
+    const HWND many = MakeEdit(kMany, "abc\r\nde\r\nfghi");
+    const struct {
+        const char* name;
+        HWND edit;
+        int begin, end;
+        WPARAM key;
+        bool shift, control;
+        const char* selection;
+    } rows[] = {
+        {"a character on", one, 3, 3, VK_RIGHT, true, false, "3-4"},
+        {"and back over the begin", one, 3, 3, VK_LEFT, true, false, "2-3"},
+        {"the selection shrinks", one, 2, 6, VK_LEFT, true, false, "2-5"},
+        {"the caret leaves the selection", one, 2, 6, VK_LEFT, false, false, "5-5"},
+        {"to the begin", one, 5, 5, VK_HOME, true, false, "0-5"},
+        {"to the end", one, 5, 5, VK_END, true, false, "5-14"},
+        {"a word on", one, 0, 0, VK_RIGHT, false, true, "4-4"},
+        {"over two spaces", one, 4, 4, VK_RIGHT, false, true, "9-9"},
+        {"from a word's middle", one, 5, 5, VK_RIGHT, true, true, "5-9"},
+        {"a word back", one, 14, 14, VK_LEFT, false, true, "9-9"},
+        {"to a word's begin", one, 11, 11, VK_LEFT, true, true, "9-11"},
+        {"a line down", many, 1, 1, VK_DOWN, true, false, "1-6"},
+        {"a line up", many, 6, 6, VK_UP, true, false, "1-6"},
+        {"to a line's end", many, 5, 5, VK_END, true, false, "5-7"},
+        {"to the text's end", many, 5, 5, VK_END, true, true, "5-13"},
+        {"to the text's begin", many, 5, 5, VK_HOME, false, true, "0-0"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Send(row.edit, EM_SETSEL, static_cast<WPARAM>(row.begin), row.end);
+        const Held held(row.shift, row.control);
+        Send(row.edit, WM_KEYDOWN, row.key, 0x01000001);
+        EXPECT_EQ(SelectionOf(row.edit), row.selection);
+    }
+    // What Shift selected is typed over, and Ctrl with Back types nothing.
+    Send(one, EM_SETSEL, 0, 0);
+    {
+        const Held held(true, true);
+        Send(one, WM_KEYDOWN, VK_RIGHT, 0x01000001);
+    }
+    Type(one, "1 ");
+    EXPECT_EQ(TextOf(one), "1 two  three");
+}
+
 TEST_F(Edits, TheLimitHoldsForTyping) {
     const HWND edit = MakeEdit(kOne);
     EXPECT_EQ(Send(edit, EM_GETLIMITTEXT), 30000);
@@ -290,6 +354,14 @@ TEST_F(Edits, TheMouseSelects) {
     Send(edit, WM_LBUTTONDBLCLK, MK_LBUTTON, placeOf(8));
     Send(edit, WM_LBUTTONUP, 0, placeOf(8));
     EXPECT_EQ(SelectionOf(edit), "6-13");
+    // With Shift from where the selection began, before it too.
+    for (const auto& [at, selection] : {std::pair(10, "4-10"), std::pair(2, "2-4")}) {
+        Send(edit, WM_LBUTTONDOWN, MK_LBUTTON, placeOf(4));
+        Send(edit, WM_LBUTTONUP, 0, placeOf(4));
+        Send(edit, WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, placeOf(at));
+        Send(edit, WM_LBUTTONUP, MK_SHIFT, placeOf(at));
+        EXPECT_EQ(SelectionOf(edit), selection);
+    }
 }
 
 TEST_F(Edits, LongLinesAreWrappedBetweenWords) {
@@ -453,7 +525,8 @@ TEST_F(Edits, ALargeTextIsNoBurden) {
     std::string text;
     while (text.size() < 2'000'000)
         text += "A line of a large text, as long as most lines are in such a text.\r\n";
-    for (const DWORD style : {kMany | WS_VSCROLL, DWORD{ES_MULTILINE | ES_AUTOVSCROLL}}) {
+    for (const DWORD style : {kMany | WS_VSCROLL, kMany | WS_HSCROLL | WS_VSCROLL,
+                              DWORD{ES_MULTILINE | ES_AUTOVSCROLL}}) {
         SCOPED_TRACE(style);
         const HWND edit = MakeEdit(style);
         Send(edit, EM_LIMITTEXT, 0);
@@ -463,9 +536,13 @@ TEST_F(Edits, ALargeTextIsNoBurden) {
         EXPECT_GT(lines, 28'000);
         Send(edit, EM_SETSEL, text.size() / 2, static_cast<LPARAM>(text.size() / 2));
         Send(edit, EM_SCROLLCARET);
-        Type(edit, "typed");
+        // Only what changes is laid out and measured anew: many changes cost no more than the text.
+        std::string typed;
+        for (int i = 0; i < 200; ++i)
+            typed += "typed ";
+        Type(edit, typed.c_str());
         UpdateWindow(edit);
-        EXPECT_EQ(GetWindowTextLengthA(edit), static_cast<int>(text.size() + 5));
+        EXPECT_EQ(GetWindowTextLengthA(edit), static_cast<int>(text.size() + typed.size()));
         DestroyWindow(edit);
     }
 }

@@ -188,7 +188,7 @@ std::optional<LRESULT> Edit::AnswerLook(UINT message, WPARAM wParam, LPARAM lPar
             return 0;
         case WM_VSCROLL:
             if (LOWORD(wParam) == SB_THUMBTRACK || LOWORD(wParam) == SB_THUMBPOSITION)
-                ScrollTo(HIWORD(wParam), scrollX_);
+                ScrollTo(TrackOf(SB_VERT, HIWORD(wParam)), scrollX_);
             else
                 ScrollBy(LOWORD(wParam));
             return 0;

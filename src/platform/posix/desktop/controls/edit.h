@@ -89,8 +89,9 @@ private:
     void ScrollCaret();
     LRESULT ScrollBy(WPARAM what);
     void ScrollAcross(WPARAM what);
-    void UpdateBars() const;
-    int WidestLine() const;
+    void UpdateBars();
+    int WidestLine();
+    int TrackOf(int bar, WORD carried) const noexcept;
     void Paint(WPARAM context) const;
     void DrawLine(HDC dc, std::size_t line, int top, bool showsSelection) const;
     // Draws the run and answers where it ends.

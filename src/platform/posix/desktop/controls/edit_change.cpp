@@ -71,7 +71,16 @@ void Edit::SetSelection(LPARAM begin, LPARAM end) {
 std::string Edit::Fitting(std::string with) {
     const std::size_t kept = text_.Size() - (SelectionEnd() - SelectionBegin());
     const std::size_t room = limit_ > kept ? limit_ - kept : 0;
-    if (with.size() > room) with.resize(room);
+    if (with.size() <= room) return with;
+    // A character of two bytes fits whole or not at all.
+    const char* const end = with.data() + with.size();
+    std::size_t fits = 0;
+    for (const char* at = with.data(); fits < room; at = with.data() + fits) {
+        const std::size_t bytes = mbs::CharBytes(CodePage::Ansi(), at, end);
+        if (fits + bytes > room) break;
+        fits += bytes;
+    }
+    with.resize(fits);
     return with;
 }
 

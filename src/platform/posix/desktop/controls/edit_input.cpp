@@ -107,6 +107,7 @@ void Edit::SelectWord(POINT point) {
 
 void Edit::Focus(bool gains) {
     hasFocus_ = gains;
+    lead_ = 0;
     if (anchor_ != caret_ && (Style() & ES_NOHIDESEL) == 0) Repaint();
     if (gains) {
         CreateCaret(Handle(), nullptr, 1, lineHeight_);

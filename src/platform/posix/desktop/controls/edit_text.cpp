@@ -72,6 +72,7 @@ void EditText::SetLayout(bool hasLines, Fit fit) {
 }
 
 void EditText::LayOut() {
+    widths_.clear();
     starts_.clear();
     LayOutRange(0, text_.size(), starts_);
     if (IsHardStart(text_.size())) starts_.push_back(text_.size());
@@ -93,9 +94,9 @@ void EditText::LayOutRange(std::size_t from, std::size_t to, std::vector<std::si
     }
 }
 
-void EditText::LayOutAround(std::size_t begin, std::size_t oldEnd, std::size_t newEnd) {
+void EditText::LayOutAround(std::size_t at, std::size_t oldEnd, std::size_t newEnd) {
     // From the start of the paragraph before, whose end may have come or gone.
-    std::size_t first = LineOf(begin);
+    std::size_t first = LineOf(at);
     if (first > 0) --first;
     while (first > 0 && !IsHardStart(starts_[first]))
         --first;
@@ -110,8 +111,19 @@ void EditText::LayOutAround(std::size_t begin, std::size_t oldEnd, std::size_t n
     LayOutRange(from, to, lines);
     if (rest == starts_.end() && IsHardStart(text_.size())) lines.push_back(text_.size());
     std::for_each(rest, starts_.end(), [grown](std::size_t& start) { start += grown; });
-    const auto at = starts_.erase(starts_.begin() + static_cast<std::ptrdiff_t>(first), rest);
-    starts_.insert(at, lines.begin(), lines.end());
+    const auto changed = starts_.begin() + static_cast<std::ptrdiff_t>(first);
+    const std::ptrdiff_t leaving = rest - changed;
+    starts_.insert(starts_.erase(changed, rest), lines.begin(), lines.end());
+    if (widths_.empty()) return;
+    const auto begin = widths_.begin() + static_cast<std::ptrdiff_t>(first);
+    widths_.insert(widths_.erase(begin, begin + leaving), lines.size(), -1);
+}
+
+int EditText::Widest(const std::function<int(std::size_t line)>& widthOf) {
+    widths_.resize(starts_.size(), -1);
+    for (std::size_t line = 0; line < widths_.size(); ++line)
+        if (widths_[line] < 0) widths_[line] = widthOf(line);
+    return *std::max_element(widths_.begin(), widths_.end());
 }
 
 std::size_t EditText::LineEnd(std::size_t line) const noexcept {

@@ -34,6 +34,8 @@ public:
     std::size_t LineEnd(std::size_t line) const noexcept;
     // The line of a character; of the end, the last one.
     std::size_t LineOf(std::size_t at) const noexcept;
+    // How wide the widest line is. `widthOf` is asked once for each line, until the line changes.
+    int Widest(const std::function<int(std::size_t line)>& widthOf);
 
     // A character's neighbours; a line end is one character, as is a pair of bytes.
     std::size_t Next(std::size_t at) const noexcept;
@@ -50,10 +52,11 @@ public:
 private:
     bool IsHardStart(std::size_t at) const noexcept;
     void LayOutRange(std::size_t from, std::size_t to, std::vector<std::size_t>& out) const;
-    void LayOutAround(std::size_t begin, std::size_t oldEnd, std::size_t newEnd);
+    void LayOutAround(std::size_t at, std::size_t oldEnd, std::size_t newEnd);
     void Remember(std::size_t begin, std::size_t end, std::size_t inserted);
 
     std::string text_;
+    std::vector<int> widths_;  // of the lines, -1 for those not measured; empty while nobody asks
     std::vector<std::size_t> starts_{0};
     bool hasLines_ = false;
     Fit fit_;

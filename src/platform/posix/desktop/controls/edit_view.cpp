@@ -246,7 +246,7 @@ void Edit::ScrollAcross(WPARAM what) {
             break;
         case SB_THUMBTRACK:
         case SB_THUMBPOSITION:
-            x = HIWORD(what);
+            x = TrackOf(SB_HORZ, HIWORD(what));
             break;
         default:
             return;
@@ -255,15 +255,22 @@ void Edit::ScrollAcross(WPARAM what) {
              std::clamp(x, 0, std::max(WidestLine() - page, 0)));
 }
 
-int Edit::WidestLine() const {
-    int widest = 0;
-    for (std::size_t line = 0; line < text_.LineCount(); ++line)
-        widest = std::max(widest, WidthUpTo(line, text_.LineEnd(line)));
-    return widest;
+int Edit::WidestLine() {
+    return text_.Widest([this](std::size_t line) { return WidthUpTo(line, text_.LineEnd(line)); });
+}
+
+// Where the user holds the thumb, of which the message carries 16 bits; a message that a program
+// made up is meant as it says.
+int Edit::TrackOf(int bar, WORD carried) const noexcept {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_TRACKPOS;
+    const bool isKnown = GetScrollInfo(Handle(), bar, &info) != 0;
+    return isKnown && static_cast<WORD>(info.nTrackPos) == carried ? info.nTrackPos : carried;
 }
 
 // The bars stay, grey when there is nothing to scroll.
-void Edit::UpdateBars() const {
+void Edit::UpdateBars() {
     const DWORD style = Style();
     if (!HasLines()) return;
     SCROLLINFO info{};
