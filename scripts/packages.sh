@@ -19,6 +19,7 @@ fonts-dejavu-core /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf
 '
 needs_test='
 googletest /usr/src/googletest/CMakeLists.txt
+libxcb-xtest0-dev /usr/include/xcb/xtest.h
 gdb gdb
 libfmt-dev /usr/include/fmt/format.h
 unzip unzip

@@ -3,6 +3,7 @@
 #include <brcore8/platform/posix/window_constants.h>
 #include <brcore8/platform/posix/window_messages.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 
@@ -11,6 +12,13 @@
 namespace brcore8::desktop {
 
 // --- The clipboard ------------------------------------------------------------------------------
+
+namespace {
+
+// A text above it goes in pieces: a request has its largest size.
+constexpr std::size_t kLargestAtOnce = 128 * 1024;
+
+}  // namespace
 
 void XScreen::OfferText(std::string text) {
     const Guard guard(lock_);
@@ -31,27 +39,110 @@ std::string XScreen::AskForText() {
         connection_, xcb_get_selection_owner(connection_, clipboard_), nullptr));
     if (owner == nullptr || owner->owner == XCB_NONE) return "";
     isAsking_ = true;
+    isComingInPieces_ = false;
     answer_.clear();
     xcb_convert_selection(connection_, hidden_, clipboard_, utf8_, pasted_, XCB_CURRENT_TIME);
     xcb_flush(connection_);
-    arrived_.wait_for(lock, std::chrono::seconds(1), [this] { return !isAsking_; });
+    // A program that says nothing for a second is not waited for.
+    while (isAsking_ &&
+           arrived_.wait_for(lock, std::chrono::seconds(1)) == std::cv_status::no_timeout)
+        ;
+    if (isAsking_) answer_.clear();
     isAsking_ = false;
     return std::move(answer_);
 }
 
-void XScreen::TakeSelection(const xcb_selection_notify_event_t& event) {
-    const auto reply =
-        event.property != XCB_NONE
-            ? Own(xcb_get_property_reply(
-                  connection_,
-                  xcb_get_property(connection_, 1, hidden_, pasted_, utf8_, 0, 0x1000000), nullptr))
-            : nullptr;
-    const Guard guard(lock_);
-    if (reply != nullptr)
-        answer_.assign(static_cast<const char*>(xcb_get_property_value(reply.get())),
-                       static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
+bool XScreen::ReadPasted(std::string& text, bool& isPiecewise) {
+    constexpr std::uint32_t kLargest = 0x4000000 / 4;
+    const auto reply = Own(xcb_get_property_reply(
+        connection_,
+        xcb_get_property(connection_, 1, hidden_, pasted_, XCB_GET_PROPERTY_TYPE_ANY, 0, kLargest),
+        nullptr));
+    if (reply == nullptr) return false;
+    isPiecewise = reply->type == pieces_;
+    if (reply->type != utf8_) return isPiecewise;
+    text.assign(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
+    return true;
+}
+
+void XScreen::EndAnswer(bool isGood) {
+    if (!isGood) answer_.clear();
     isAsking_ = false;
+    isComingInPieces_ = false;
     arrived_.notify_all();
+}
+
+void XScreen::TakeSelection(const xcb_selection_notify_event_t& event) {
+    std::string text;
+    bool isPiecewise = false;
+    const bool isText = event.property != XCB_NONE && ReadPasted(text, isPiecewise);
+    const Guard guard(lock_);
+    if (!isAsking_) return;
+    if (isText && isPiecewise) {
+        isComingInPieces_ = true;
+        arrived_.notify_all();
+        return;
+    }
+    answer_ = std::move(text);
+    EndAnswer(isText);
+}
+
+// The next piece of what we asked for is there, or the last one that we gave was taken.
+void XScreen::TakeProperty(const xcb_property_notify_event_t& event) {
+    if (event.window != hidden_) {
+        const Guard guard(lock_);
+        if (event.state != XCB_PROPERTY_DELETE) return;
+        for (Transfer& each : transfers_)
+            if (each.requestor == event.window && each.property == event.atom)
+                return SendPiece(each);
+        return;
+    }
+    if (event.atom != pasted_ || event.state != XCB_PROPERTY_NEW_VALUE) return;
+    {
+        const Guard guard(lock_);
+        if (!isComingInPieces_) return;
+    }
+    constexpr std::size_t kMost = 0x10000000;
+    std::string text;
+    bool isPiecewise = false;
+    const bool isText = ReadPasted(text, isPiecewise) && !isPiecewise;
+    const Guard guard(lock_);
+    if (!isComingInPieces_) return;
+    if (!isText || text.empty() || answer_.size() + text.size() > kMost)
+        return EndAnswer(isText && text.empty());
+    answer_ += text;
+    arrived_.notify_all();
+}
+
+// Pieces are as large as every server takes them.
+void XScreen::SendPiece(Transfer& transfer) {
+    constexpr std::size_t kPiece = 64 * 1024;
+    const std::size_t size = std::min(transfer.text.size() - transfer.sent, kPiece);
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, transfer.requestor, transfer.property,
+                        utf8_, 8, static_cast<std::uint32_t>(size),
+                        transfer.text.data() + transfer.sent);
+    transfer.sent += size;
+    // An empty piece is the last one.
+    if (size == 0) ForgetTransfers(transfer.requestor);
+    xcb_flush(connection_);
+}
+
+void XScreen::BeginTransfer(xcb_window_t requestor, xcb_atom_t property) {
+    constexpr std::size_t kMostTransfers = 16;
+    ForgetTransfers(requestor);
+    if (transfers_.size() == kMostTransfers) transfers_.erase(transfers_.begin());
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(connection_, requestor, XCB_CW_EVENT_MASK, &events);
+    const auto size = static_cast<std::uint32_t>(offered_.size());
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, requestor, property, pieces_, 32, 1,
+                        &size);
+    transfers_.push_back({requestor, property, offered_, 0});
+}
+
+void XScreen::ForgetTransfers(xcb_window_t requestor) {
+    std::erase_if(transfers_,
+                  [requestor](const Transfer& each) { return each.requestor == requestor; });
 }
 
 void XScreen::TakeRequest(const xcb_selection_request_event_t& event) {
@@ -67,6 +158,8 @@ void XScreen::TakeRequest(const xcb_selection_request_event_t& event) {
     if (event.target == targets_)
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, event.requestor, answer.property,
                             XCB_ATOM_ATOM, 32, 2, formats);
+    else if (event.target == utf8_ && offered_.size() > kLargestAtOnce)
+        BeginTransfer(event.requestor, answer.property);
     else if (event.target == utf8_)
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, event.requestor, answer.property,
                             utf8_, 8, static_cast<std::uint32_t>(offered_.size()), offered_.data());
@@ -116,8 +209,17 @@ void XScreen::Take(const xcb_generic_event_t& event) {
             TakePlace(As<xcb_configure_notify_event_t>(event));
             break;
         // Someone else's doing: our own windows are forgotten before they go.
-        case XCB_DESTROY_NOTIFY:
-            listener_.OnClose(Known(As<xcb_destroy_notify_event_t>(event).window));
+        case XCB_DESTROY_NOTIFY: {
+            const xcb_window_t gone = As<xcb_destroy_notify_event_t>(event).window;
+            {
+                const Guard guard(lock_);
+                ForgetTransfers(gone);
+            }
+            listener_.OnClose(Known(gone));
+            break;
+        }
+        case XCB_PROPERTY_NOTIFY:
+            TakeProperty(As<xcb_property_notify_event_t>(event));
             break;
         case XCB_CLIENT_MESSAGE: {
             const auto& message = As<xcb_client_message_event_t>(event);
@@ -154,9 +256,6 @@ void XScreen::Take(const xcb_generic_event_t& event) {
             TakeKey(As<xcb_key_press_event_t>(event),
                     (event.response_type & 0x7F) == XCB_KEY_PRESS);
             break;
-        case XCB_MAPPING_NOTIFY:
-            keyboard_.Reload();
-            break;
         case XCB_SELECTION_REQUEST:
             TakeRequest(As<xcb_selection_request_event_t>(event));
             break;
@@ -169,7 +268,7 @@ void XScreen::Take(const xcb_generic_event_t& event) {
             break;
         }
         default:
-            break;
+            keyboard_.Hear(event);
     }
 }
 

@@ -124,19 +124,40 @@ bool XKeyboard::Open(xcb_connection_t* connection) {
     connection_ = connection;
     if (xkb_x11_setup_xkb_extension(
             connection, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
-            XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, nullptr, nullptr) == 0)
+            XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &firstEvent_, nullptr) == 0)
         return false;
     // A key that is held goes down again and again, without coming up between.
     constexpr unsigned kFlag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
-    xcb_xkb_per_client_flags(connection, XCB_XKB_ID_USE_CORE_KBD, kFlag, kFlag, 0, 0, 0);
+    xcb_discard_reply(connection, xcb_xkb_per_client_flags(connection, XCB_XKB_ID_USE_CORE_KBD,
+                                                           kFlag, kFlag, 0, 0, 0)
+                                      .sequence);
     context_ = xkb_context_new(XKB_CONTEXT_NO_FLAGS);
     if (context_ == nullptr) return false;
     xkb_compose_table* const table =
         xkb_compose_table_new_from_locale(context_, UserLocale(), XKB_COMPOSE_COMPILE_NO_FLAGS);
     if (table != nullptr) compose_ = xkb_compose_state_new(table, XKB_COMPOSE_STATE_NO_FLAGS);
     xkb_compose_table_unref(table);
+    SelectChanges();
     Reload();
     return state_ != nullptr;
+}
+
+// Programs that know the extension are told of another layout by its events alone.
+void XKeyboard::SelectChanges() {
+    constexpr std::uint16_t kEvents =
+        XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    constexpr std::uint16_t kParts = XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS |
+                                     XCB_XKB_MAP_PART_MODIFIER_MAP | XCB_XKB_MAP_PART_VIRTUAL_MODS;
+    xcb_xkb_select_events(connection_, XCB_XKB_ID_USE_CORE_KBD, kEvents, 0, kEvents, kParts, kParts,
+                          nullptr);
+}
+
+void XKeyboard::Hear(const xcb_generic_event_t& event) {
+    const int kind = event.response_type & 0x7F;
+    // The second byte of each of the extension's events is its own kind.
+    const bool isChange = kind == firstEvent_ && (event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY ||
+                                                  event.pad0 == XCB_XKB_MAP_NOTIFY);
+    if (isChange || kind == XCB_MAPPING_NOTIFY) Reload();
 }
 
 void XKeyboard::Reload() {

@@ -15,14 +15,17 @@ class XKeyboard {
 public:
     // False when the server's keyboards cannot be asked about.
     bool Open(xcb_connection_t* connection);
-    // The user chose another layout.
-    void Reload();
+    // Follows an event that tells of another layout.
+    void Hear(const xcb_generic_event_t& event);
     // The input that a key's event means; its key is 0 when it means nothing here.
     Input InputOf(const xcb_key_press_event_t& event, bool isDown);
 
 private:
+    void SelectChanges();
+    void Reload();
     char32_t TextOf(xkb_keysym_t symbol, xkb_keycode_t code);
 
+    std::uint8_t firstEvent_ = 0;  // of the extension
     xcb_connection_t* connection_ = nullptr;
     xkb_context* context_ = nullptr;
     xkb_keymap* keymap_ = nullptr;

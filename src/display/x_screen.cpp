@@ -38,21 +38,20 @@ xcb_atom_t XScreen::Atom(const char* name) {
     return reply != nullptr ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-// What the user's settings say, as "Xft.dpi: 144"; else 96.
+// What the user's settings say, as "Xft.dpi: 144".
 unsigned XScreen::ReadDpi() {
     const auto reply = Own(xcb_get_property_reply(
         connection_,
         xcb_get_property(connection_, 0, screen_->root, XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING,
                          0, 65536),
         nullptr));
-    if (reply == nullptr) return 96;
+    if (reply == nullptr) return kUsualDpi;
     const std::string text(static_cast<const char*>(xcb_get_property_value(reply.get())),
                            static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
     constexpr const char* kName = "Xft.dpi:";
     const std::size_t at = text.find(kName);
-    if (at == std::string::npos) return 96;
-    const long dpi = std::strtol(text.c_str() + at + std::strlen(kName), nullptr, 10);
-    return dpi >= 48 && dpi <= 960 ? static_cast<unsigned>(dpi) : 96;
+    if (at == std::string::npos) return kUsualDpi;
+    return UsableDpi(std::strtol(text.c_str() + at + std::strlen(kName), nullptr, 10));
 }
 
 bool XScreen::Open() {
@@ -81,12 +80,15 @@ bool XScreen::Open() {
     targets_ = Atom("TARGETS");
     pasted_ = Atom("BRCORE8_PASTED");
     changeState_ = Atom("WM_CHANGE_STATE");
+    pieces_ = Atom("INCR");
     dpi_ = ReadDpi();
     context_ = xcb_generate_id(connection_);
     xcb_create_gc(connection_, context_, screen_->root, 0, nullptr);
     hidden_ = xcb_generate_id(connection_);
+    const std::uint32_t hiddenEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(connection_, XCB_COPY_FROM_PARENT, hidden_, screen_->root, -1, -1, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
+                      &hiddenEvents);
     xcb_cursor_context_new(connection_, screen_, &cursors_);
     xcb_flush(connection_);
     std::thread([this] { Run(); }).detach();
@@ -292,9 +294,12 @@ void XScreen::Capture(HWND window) noexcept {
     if (window == nullptr || mapped == windows_.end())
         xcb_ungrab_pointer(connection_, XCB_CURRENT_TIME);
     else
-        xcb_grab_pointer_unchecked(connection_, 1, own != nullptr ? own->id : mapped->id,
-                                   kPointerEvents, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
-                                   XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
+        // An answer that nobody reads is kept for ever.
+        xcb_discard_reply(connection_, xcb_grab_pointer_unchecked(
+                                           connection_, 1, own != nullptr ? own->id : mapped->id,
+                                           kPointerEvents, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+                                           XCB_NONE, XCB_NONE, XCB_CURRENT_TIME)
+                                           .sequence);
     xcb_flush(connection_);
 }
 

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "display/x_keyboard.h"
+#include "platform/posix/desktop/scale.h"
 #include "platform/posix/desktop/screen.h"
 
 namespace brcore8::desktop {
@@ -38,6 +39,14 @@ struct XWindow {
     bool isMapped = false;
     bool isFramed = false;
     bool isMinimized = false;
+};
+
+// A text that goes to another program piece by piece: each when the one before was taken away.
+struct Transfer {
+    xcb_window_t requestor = 0;
+    xcb_atom_t property = 0;
+    std::string text;
+    std::size_t sent = 0;
 };
 
 // Calls of the desktop hold its lock when they take this one's; the thread of the events holds
@@ -82,6 +91,13 @@ private:
     void TakeKey(const xcb_key_press_event_t& event, bool isDown);
     void TakeRequest(const xcb_selection_request_event_t& event);
     void TakeSelection(const xcb_selection_notify_event_t& event);
+    void TakeProperty(const xcb_property_notify_event_t& event);
+    // What the other program put on our window; false when that is no text.
+    bool ReadPasted(std::string& text, bool& isPiecewise);
+    void EndAnswer(bool isGood);
+    void BeginTransfer(xcb_window_t requestor, xcb_atom_t property);
+    void SendPiece(Transfer& transfer);
+    void ForgetTransfers(xcb_window_t requestor);
 
     ScreenListener& listener_;
     mutable std::recursive_mutex lock_;
@@ -91,19 +107,21 @@ private:
     xcb_cursor_context_t* cursors_ = nullptr;
     std::map<unsigned, xcb_cursor_t> loaded_;
     xcb_cursor_t cursor_ = 0;
-    unsigned dpi_ = 96;
+    unsigned dpi_ = kUsualDpi;
     XKeyboard keyboard_;
     std::vector<XWindow> windows_;
     std::vector<unsigned char> rows_;
 
     xcb_atom_t protocols_ = 0, deleteWindow_ = 0, netName_ = 0, utf8_ = 0;
-    xcb_atom_t clipboard_ = 0, targets_ = 0, pasted_ = 0, changeState_ = 0;
+    xcb_atom_t clipboard_ = 0, targets_ = 0, pasted_ = 0, changeState_ = 0, pieces_ = 0;
     xcb_window_t hidden_ = 0;  // owns the clipboard
     std::string offered_;
     bool isOwner_ = false;
     std::condition_variable_any arrived_;
     bool isAsking_ = false;
+    bool isComingInPieces_ = false;
     std::string answer_;
+    std::vector<Transfer> transfers_;
 };
 
 }  // namespace brcore8::desktop

@@ -32,6 +32,7 @@ struct Clipboard {
     HWND owner = nullptr;
     DWORD changes = 0;
     bool wasOffered = false;  // the screen has our text
+    bool isForeign = false;   // or we have the screen's
 };
 
 Clipboard& TheClipboard() {
@@ -103,8 +104,9 @@ std::optional<std::string> AskScreen() {
 
 // It takes the place of our own.
 void TakeForeignText(Clipboard& clipboard, const std::string& text) {
-    if (text.empty() && !clipboard.wasOffered) return;
+    if (text.empty() && !clipboard.wasOffered && !clipboard.isForeign) return;
     clipboard.wasOffered = false;
+    clipboard.isForeign = !text.empty();
     Drop(clipboard);
     clipboard.owner = nullptr;
     if (text.empty()) return;
@@ -188,7 +190,7 @@ BOOL EmptyClipboard() {
     Clipboard& clipboard = TheClipboard();
     Drop(clipboard);
     clipboard.owner = clipboard.openWindow;
-    clipboard.wasOffered = false;
+    clipboard.wasOffered = clipboard.isForeign = false;
     ++clipboard.changes;
     return 1;
 }

@@ -31,6 +31,7 @@ LRESULT AskPart(HWND window, POINT at) {
 }
 
 HWND TopWindowAt(POINT at) {
+    const std::lock_guard guard(Lock());
     for (const Window* top = Root().firstChild; top != nullptr; top = top->below)
         if ((top->style & (WS_VISIBLE | WS_MINIMIZE)) == WS_VISIBLE && PtInRect(&top->rect, at))
             return top->handle;
@@ -40,6 +41,7 @@ HWND TopWindowAt(POINT at) {
 // The windows of one tree that lie under the point, the innermost first. A disabled child leaves
 // the mouse to its parent.
 std::vector<HWND> WindowsAt(HWND top, POINT at) {
+    const std::lock_guard guard(Lock());
     std::vector<HWND> found;
     const Window* window = top != nullptr ? Find(top) : nullptr;
     while (window != nullptr) {

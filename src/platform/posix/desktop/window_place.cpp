@@ -91,13 +91,17 @@ BOOL SetWindowPos(HWND handle, HWND after, int x, int y, int width, int height, 
 
     const RECT oldRect = window->rect;
     const RECT oldClient = window->client;
-    window->rect = PlaceOf(pos, oldRect);
-    window->client = ClientOf(*window, window->rect);
-    if ((pos.flags & SWP_NOZORDER) == 0 && window->parent != nullptr)
-        Restack(*window, pos.hwndInsertAfter);
     const bool isShowing = (window->style & WS_VISIBLE) != 0;
-    if ((pos.flags & SWP_SHOWWINDOW) != 0) window->style |= WS_VISIBLE;
-    if ((pos.flags & SWP_HIDEWINDOW) != 0) window->style &= ~DWORD{WS_VISIBLE};
+    {
+        // Other threads look for the window under the mouse.
+        const std::lock_guard guard(Lock());
+        window->rect = PlaceOf(pos, oldRect);
+        window->client = ClientOf(*window, window->rect);
+        if ((pos.flags & SWP_NOZORDER) == 0 && window->parent != nullptr)
+            Restack(*window, pos.hwndInsertAfter);
+        if ((pos.flags & SWP_SHOWWINDOW) != 0) window->style |= WS_VISIBLE;
+        if ((pos.flags & SWP_HIDEWINDOW) != 0) window->style &= ~DWORD{WS_VISIBLE};
+    }
 
     const bool wasMoved =
         window->client.left != oldClient.left || window->client.top != oldClient.top;
