@@ -211,6 +211,39 @@ TEST_F(InputTest, AClickActivatesUnlessTheWindowRefuses) {
     EXPECT_EQ(other.Count(WM_NCACTIVATE), 1);
 }
 
+// A window that gives the focus away when it becomes active.
+class STestGiving : public STestInput {
+public:
+    HWND favourite = nullptr;
+
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        const LRESULT result = STestInput::WindowProc(message, wParam, lParam);
+        if (message == WM_ACTIVATE && LOWORD(wParam) != WA_INACTIVE) ::SetFocus(favourite);
+        return result;
+    }
+};
+
+TEST_F(InputTest, TheFocusIsInOnePlaceHoweverOftenItMoved) {
+    STestGiving other;
+    STestInput favourite, wanted;
+    ASSERT_EQ(other.Make("S_CliDrawWnd", WS_POPUP | WS_VISIBLE, 400, 100, 100, 100), 1);
+    for (STestInput* const child : {&favourite, &wanted})
+        ASSERT_EQ(child->Make("S_Window", WS_CHILD | WS_VISIBLE, 0, 0, 20, 20, &other), 1);
+    other.favourite = favourite.GetHandle();
+    SetActiveWindow(window.GetHandle());
+    SetFocus(window.GetHandle());
+    for (STestInput* const each : {static_cast<STestInput*>(&window), &favourite, &wanted})
+        each->seen.clear();
+    ::SetFocus(wanted.GetHandle());
+    EXPECT_EQ(GetFocus(), wanted.GetHandle());
+    EXPECT_EQ(window.Count(WM_KILLFOCUS), 1);
+    EXPECT_EQ(favourite.Count(WM_SETFOCUS), favourite.Count(WM_KILLFOCUS));
+    EXPECT_EQ(wanted.Count(WM_SETFOCUS), 1);
+    EXPECT_EQ(wanted.Count(WM_KILLFOCUS), 0);
+    EXPECT_EQ(GetActiveWindow(), other.GetHandle());
+}
+
 TEST_F(InputTest, KeysGoToTheFocusAndBecomeCharacters) {
     struct Row {
         const char* name;

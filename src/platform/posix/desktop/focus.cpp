@@ -1,5 +1,7 @@
 // Who has the keyboard and the mouse.
 
+#include <utility>
+
 #include "platform/posix/desktop/screen.h"
 #include "platform/posix/desktop/thread.h"
 
@@ -91,12 +93,13 @@ HWND SetFocus(HWND handle) {
     if (handle != nullptr && (Find(handle) == nullptr || !CanTake(handle))) return nullptr;
     if (handle != nullptr && TopOf(handle) != thread.active) {
         SetActiveWindow(TopOf(handle));
-        if (thread.focus == handle) return old;
+        if (thread.focus == handle || Find(handle) == nullptr) return old;
     }
-    thread.focus = handle;
-    if (old != nullptr) SendMessageA(old, WM_KILLFOCUS, reinterpret_cast<WPARAM>(handle), 0);
+    // Activation may have put it elsewhere meanwhile: that window loses it now.
+    const HWND losing = std::exchange(thread.focus, handle);
+    if (losing != nullptr) SendMessageA(losing, WM_KILLFOCUS, reinterpret_cast<WPARAM>(handle), 0);
     if (handle != nullptr && thread.focus == handle)
-        SendMessageA(handle, WM_SETFOCUS, reinterpret_cast<WPARAM>(old), 0);
+        SendMessageA(handle, WM_SETFOCUS, reinterpret_cast<WPARAM>(losing), 0);
     return old;
 }
 
@@ -107,8 +110,12 @@ HWND GetFocus() noexcept {
 HWND SetCapture(HWND handle) {
     Thread& thread = ThisThread();
     if (handle != nullptr && Find(handle) == nullptr) return nullptr;
-    const HWND old = thread.capture;
-    thread.capture = handle;
+    HWND old = nullptr;
+    {
+        // Whoever brings input asks whose the mouse is.
+        const std::lock_guard guard(Lock());
+        old = std::exchange(thread.capture, handle);
+    }
     if (Screen* const screen = TheScreen()) screen->Capture(handle);
     if (old != nullptr && old != handle)
         SendMessageA(old, WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(handle));

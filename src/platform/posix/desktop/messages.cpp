@@ -19,6 +19,9 @@ void ForgetWindow(Window& window) noexcept {
     const auto isIts = [handle](const MSG& message) { return message.hwnd == handle; };
     std::erase_if(thread.posted, isIts);
     std::erase_if(thread.timers, [handle](const Timer& timer) { return timer.window == handle; });
+    // The screen would keep the mouse for a window that is no more.
+    if (thread.capture == handle)
+        if (Screen* const screen = TheScreen()) screen->Capture(nullptr);
     for (HWND* const place : {&thread.focus, &thread.active, &thread.capture, &thread.caret.window})
         if (*place == handle) *place = nullptr;
 }
@@ -57,15 +60,23 @@ bool Take(std::deque<MSG>& queue, MSG& out, HWND window, UINT first, UINT last, 
     return false;
 }
 
-// The first window of the thread that has something to paint, parents before children.
+// The first window of the thread that has something to paint, parents before children: what a
+// parent paints would lie over theirs.
 bool TakePaint(const Thread& thread, MSG& out, HWND window, UINT first, UINT last) {
-    for (const HWND handle : AllWindows()) {
-        const Window* const each = Find(handle);
-        if (each == nullptr || each->thread != &thread || IsRectEmpty(&each->update) ||
-            !IsShown(*each))
+    const Window& root = Root();
+    const Window* at = root.firstChild;
+    while (at != nullptr) {
+        if (at->thread == &thread && !IsRectEmpty(&at->update) && IsShown(*at)) {
+            out = {at->handle, WM_PAINT, 0, 0, GetTickCount(), CursorPoint()};
+            if (Matches(out, window, first, last)) return true;
+        }
+        if (at->firstChild != nullptr) {
+            at = at->firstChild;
             continue;
-        out = {handle, WM_PAINT, 0, 0, GetTickCount(), CursorPoint()};
-        if (Matches(out, window, first, last)) return true;
+        }
+        while (at != &root && at->below == nullptr)
+            at = at->parent;
+        at = at != &root ? at->below : nullptr;
     }
     return false;
 }
