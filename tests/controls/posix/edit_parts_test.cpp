@@ -100,4 +100,21 @@ TEST_F(EditParts, TheLowerBarGoesAsFarAsTheWidestLine) {
     EXPECT_GT(Range(edit), 500);
 }
 
+// Only what changes is laid out and measured anew: thousands of changes are no more work than the
+// text was.
+TEST_F(EditParts, ManyChangesOfALargeTextAreNoBurden) {
+    std::string text;
+    while (text.size() < 2'000'000)
+        text += "A line of a large text, as long as most lines are in such a text.\r\n";
+    const HWND edit = MakeEdit(kWide | WS_VSCROLL);
+    Send(edit, EM_LIMITTEXT, 0);
+    SetWindowTextA(edit, text.c_str());
+    Send(edit, EM_SETSEL, text.size() / 2, static_cast<LPARAM>(text.size() / 2));
+    const int before = Range(edit);
+    for (int i = 0; i < 1000; ++i)
+        Type(edit, "ab\b");
+    EXPECT_EQ(GetWindowTextLengthA(edit), static_cast<int>(text.size() + 1000));
+    EXPECT_GT(Range(edit), before + 1000);
+}
+
 }  // namespace

@@ -30,12 +30,6 @@ bool ColorOf(HBRUSH brush, COLORREF& color) noexcept {
     return object->isPainting;
 }
 
-bool IsBrush(HBRUSH brush) noexcept {
-    const auto value = reinterpret_cast<std::uintptr_t>(brush);
-    return value <= 64 ||
-           brcore8::FindGdi<Brush>(brush, brcore8::GdiObject::Kind::Brush) != nullptr;
-}
-
 template <class Object, class... Arguments>
 HGDIOBJ Make(Arguments&&... arguments) noexcept {
     return brcore8::GdiHandleOf(new (std::nothrow) Object(std::forward<Arguments>(arguments)...));
@@ -168,7 +162,7 @@ HGDIOBJ SelectObject(HDC context, HGDIOBJ handle) noexcept {
 int FillRect(HDC context, const RECT* rect, HBRUSH brush) noexcept {
     Device* const device = DrawableOf(context);
     COLORREF color = 0;
-    if (device == nullptr || !IsBrush(brush)) return 0;
+    if (device == nullptr) return 0;
     if (ColorOf(brush, color))
         device->surface->Fill(device->clip, OnSurface(*device, *rect), color);
     return 1;
