@@ -93,7 +93,9 @@ protected:
     // The mouse over the middle of an item that shows.
     void Point(HMENU menu, UINT item) {
         RECT rect{};
-        EXPECT_TRUE(::GetMenuItemRect(frame.GetHandle(), menu, item, &rect));
+        // Of a popup, in its own window.
+        const HWND shower = menu == bar ? frame.GetHandle() : nullptr;
+        EXPECT_TRUE(::GetMenuItemRect(shower, menu, item, &rect));
         ::SetCursorPos((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
     }
     static void Press() { mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0); }
