@@ -124,7 +124,7 @@ def write(output, times, growth, goals):
              "the fastest one unless the goal names another; below 1 is faster. A limit, which does less than the",
              "task, stands in parentheses beside the peers. Ratios hold elsewhere, times do not. Times are the",
              "processor's, but the clock's where a workload waits for the disk, uses several threads, or is a whole",
-             "run of the command and of other programs (`..._process`, output thrown away) or many (`process_300`).", "",
+             "run of the command and of other programs (`..._process`, output thrown away) or 300 of them (`startup/process`).", "",
              f"Measured on: {machine()}.", ""]
     if os.getloadavg()[2] > os.cpu_count():
         lines += ["Other work had the processors meanwhile: rows that go by the clock are to be measured again.", ""]

@@ -26,9 +26,9 @@ text/preprocess_50m_process|unifdef|unifdef -x2 -DFEATURE $data/source_50m.txt
 text/preprocess_50m_process|cpp|cpp -P -undef -DFEATURE $data/source_50m.txt
 text/rtf_to_text_8m_process|brcore8|$brcore8 rtf text $data/document_8m.rtf
 text/rtf_to_text_8m_process|unrtf|unrtf --text --nopict $data/document_8m.rtf
-startup/process_300|brcore8|$bin/starts 300 $bin/startup_uses_library
-startup/process_300|an empty C++ program|$bin/starts 300 $bin/startup_empty
-startup/process_300|(without the C++ run-time)|$bin/starts 300 $bin/startup_nothing
+startup/process|brcore8|$bin/starts 300 $bin/startup_uses_library
+startup/process|an empty C++ program|$bin/starts 300 $bin/startup_empty
+startup/process|(without the C++ run-time)|$bin/starts 300 $bin/startup_nothing
 EOF
 }
 
