@@ -2,6 +2,8 @@
 
 #include <brcore8/platform/posix/window_calls.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <set>
 #include <utility>
@@ -125,16 +127,21 @@ RECT AreaOf(int x, int y, int width, int height) noexcept {
     return area;
 }
 
-RECT OnSurface(const Device& device, const RECT& rect) noexcept {
-    RECT moved = rect;
-    OffsetRect(&moved, device.origin.x, device.origin.y);
-    return moved;
+// No surface reaches so far, and sums of such places and the sizes of what is drawn there do not
+// run over.
+static LONG OnAxis(LONG at, LONG origin) noexcept {
+    constexpr std::int64_t far = 1 << 28;
+    return static_cast<LONG>(std::clamp(std::int64_t{at} + origin, -far, far));
 }
 
 POINT OnSurface(const Device& device, POINT point) noexcept {
-    RECT moved{point.x, point.y, point.x, point.y};
-    OffsetRect(&moved, device.origin.x, device.origin.y);
-    return {moved.left, moved.top};
+    return {OnAxis(point.x, device.origin.x), OnAxis(point.y, device.origin.y)};
+}
+
+RECT OnSurface(const Device& device, const RECT& rect) noexcept {
+    const POINT begin = OnSurface(device, POINT{rect.left, rect.top});
+    const POINT end = OnSurface(device, POINT{rect.right, rect.bottom});
+    return {begin.x, begin.y, end.x, end.y};
 }
 
 }  // namespace brcore8::desktop

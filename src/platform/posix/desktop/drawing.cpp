@@ -210,8 +210,7 @@ BOOL Ellipse(HDC context, int left, int top, int right, int bottom) noexcept {
     return 1;
 }
 
-// --- Lines and points
-// -----------------------------------------------------------------------------
+// --- Lines and points ----------------------------------------------------------------------------
 
 BOOL MoveToEx(HDC context, int x, int y, POINT* old) noexcept {
     Device* const device = DeviceOf(context);
@@ -234,7 +233,7 @@ BOOL LineTo(HDC context, int x, int y) noexcept {
 COLORREF SetPixel(HDC context, int x, int y, COLORREF color) noexcept {
     Device* const device = DrawableOf(context);
     if (device == nullptr) return CLR_INVALID;
-    device->surface->Fill(device->clip, OnSurface(*device, RECT{x, y, x + 1, y + 1}), color);
+    device->surface->Fill(device->clip, OnSurface(*device, AreaOf(x, y, 1, 1)), color);
     return color;
 }
 
@@ -256,8 +255,7 @@ BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, in
     return 1;
 }
 
-// --- Edges
-// ----------------------------------------------------------------------------------------
+// --- Edges ---------------------------------------------------------------------------------------
 
 BOOL DrawEdge(HDC context, RECT* rect, UINT edge, UINT) noexcept {
     const auto ring = [&](int light, int dark) {

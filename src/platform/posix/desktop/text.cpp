@@ -199,8 +199,10 @@ int DrawTextA(HDC context, const char* text, int length, RECT* rect, UINT format
     return Guarded([&] {
         std::vector<Line> lines = LinesOf(Utf8Of(text, length), format);
         const LOGFONTA& font = device->font;
-        if ((format & DT_WORDBREAK) != 0 && (format & DT_SINGLELINE) == 0)
-            lines = BrokenLines(lines, font, rect->right - rect->left);
+        if ((format & DT_WORDBREAK) != 0 && (format & DT_SINGLELINE) == 0) {
+            const RECT area = OnSurface(*device, *rect);
+            lines = BrokenLines(lines, font, area.right - area.left);
+        }
         int width = 0;
         for (const Line& line : lines)
             width = std::max<int>(width, TheDisplay()->MeasureText(font, line.text).cx);
