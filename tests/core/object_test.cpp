@@ -280,7 +280,7 @@ TEST(ClassChainThreads, LoadAndUnloadLibraries) {
 // Two modules, each with a class of one name, which eight threads load and unload out of order. Not
 // in a suite for ThreadSanitizer: it does not see the lock of the system's loader, under which one
 // thread makes a module's objects where another one's were.
-TEST(ClassChain, ModulesComeAndGoInEightThreads) {
+TEST(ClassChain, ModulesComeAndGoEightAtOnce) {
     namespace fs = std::filesystem;
     const SClassInfo* const tail = Tail();
     const fs::path original = BRCORE8_PLUGIN;
