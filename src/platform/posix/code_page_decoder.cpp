@@ -78,34 +78,47 @@ std::uint16_t* SparseTable() {
     return static_cast<std::uint16_t*>(table);
 }
 
-struct ExpandedCharacters {
-    std::uint16_t* const lower = SparseTable();  // minus the unit
-    std::uint16_t* const upper = SparseTable();  // minus the unit
-    std::uint16_t* const types =
-        SparseTable();  // with the bit of letters, which most are, inverted
+// What is recorded of the first `count` units, in tables of zeros.
+struct CharacterTables {
+    std::uint16_t* lower;  // minus the unit
+    std::uint16_t* upper;  // minus the unit
+    std::uint16_t* types;  // with the bit of letters, which most are, inverted
 
-    ExpandedCharacters() {
-        Expand(kCharacterData.lower, lower, 0);
-        Expand(kCharacterData.upper, upper, 0);
-        Expand(kCharacterData.types, types, kTypeAlpha);
+    void Expand(std::size_t count) const {
+        ExpandOne(kCharacterData.lower, lower, 0, count);
+        ExpandOne(kCharacterData.upper, upper, 0, count);
+        ExpandOne(kCharacterData.types, types, kTypeAlpha, count);
+    }
+    CharacterFacts FactsOf(std::span<const std::uint16_t> units) const {
+        CharacterFacts facts;
+        for (auto* each : {&facts.lower, &facts.upper, &facts.types})
+            each->resize(units.size());
+        for (std::size_t i = 0; i < units.size(); ++i) {
+            const unsigned unit = units[i];
+            facts.lower[i] = static_cast<std::uint16_t>(unit + lower[unit]);
+            facts.upper[i] = static_cast<std::uint16_t>(unit + upper[unit]);
+            facts.types[i] = static_cast<std::uint16_t>(types[unit] ^ kTypeAlpha);
+        }
+        return facts;
     }
 
 private:
-    static void Expand(const char* digits, std::uint16_t* table, unsigned usual) {
+    static void ExpandOne(const char* digits, std::uint16_t* table, unsigned usual,
+                          std::size_t count) {
         const auto store = [=](std::size_t i, unsigned value) {
             table[i] = static_cast<std::uint16_t>(value ^ usual);
         };
-        SequenceReader(digits).Read(kUnits, store, static_cast<int>(usual));
+        SequenceReader(digits).Read(count, store, static_cast<int>(usual));
     }
 };
 
 }  // namespace
 
 void DeriveCodes(CodePageTables& tables) {
-    constexpr std::uint16_t kNone = 0;  // the code of unit 0 alone, which every page has
+    constexpr std::uint16_t kNone = '?';  // also its own code, on every page
     std::vector<std::uint16_t> codes(kUnits, kNone);
     const auto take = [&codes](std::uint16_t unit, std::size_t code) {
-        if (codes[unit] == kNone) codes[unit] = static_cast<std::uint16_t>(code);
+        if (codes[unit] == kNone && unit != kNone) codes[unit] = static_cast<std::uint16_t>(code);
     };
     for (std::size_t byte = 0; byte < 256; ++byte)
         if (!tables.lead[byte]) take(tables.single[byte], byte);
@@ -113,7 +126,6 @@ void DeriveCodes(CodePageTables& tables) {
         for (std::size_t code = lead * 256 + 1; tables.lead[lead] && code < lead * 256 + 256;
              ++code)
             take(tables.pairs[code], code);
-    std::replace(codes.begin() + 1, codes.end(), kNone, std::uint16_t{'?'});
     tables.codes = std::move(codes);
 }
 
@@ -145,18 +157,24 @@ bool DecodeCodePage(unsigned page, CodePageTables& tables) {
     return true;
 }
 
+// Every process asks about the 256 bytes of a page as it starts, whose units are early ones but on
+// double-byte pages: for those nothing is expanded that would stay.
 CharacterFacts DecodeCharacterFacts(std::span<const std::uint16_t> units) {
-    static const ExpandedCharacters all;
-    CharacterFacts facts;
-    for (auto* each : {&facts.lower, &facts.upper, &facts.types})
-        each->resize(units.size());
-    for (std::size_t i = 0; i < units.size(); ++i) {
-        const unsigned unit = units[i];
-        facts.lower[i] = static_cast<std::uint16_t>(unit + all.lower[unit]);
-        facts.upper[i] = static_cast<std::uint16_t>(unit + all.upper[unit]);
-        facts.types[i] = static_cast<std::uint16_t>(all.types[unit] ^ kTypeAlpha);
+    constexpr std::size_t kFew = 0x3000;
+    const std::size_t count =
+        units.empty() ? 0 : *std::max_element(units.begin(), units.end()) + std::size_t{1};
+    if (count <= kFew) {
+        std::vector<std::uint16_t> tables(3 * count);
+        const CharacterTables few{tables.data(), tables.data() + count, tables.data() + 2 * count};
+        few.Expand(count);
+        return few.FactsOf(units);
     }
-    return facts;
+    static const CharacterTables all = [] {
+        const CharacterTables whole{SparseTable(), SparseTable(), SparseTable()};
+        whole.Expand(kUnits);
+        return whole;
+    }();
+    return all.FactsOf(units);
 }
 
 }  // namespace brcore8

@@ -104,26 +104,28 @@ LSTATUS RegistryStore::Open(bool write) {
     if (stat(path_.c_str(), &facts) != 0) return ERROR_FILE_NOT_FOUND;
     device_ = facts.st_dev;
     file_ = facts.st_ino;
+    if (Sqlite().open_v2 == nullptr) return ERROR_CALL_NOT_IMPLEMENTED;
     const int opened =
-        sqlite3_open_v2(path_.c_str(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+        Sqlite().open_v2(path_.c_str(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (opened != SQLITE_OK) return StatusOf(opened);
-    sqlite3_extended_result_codes(db_, 1);
-    sqlite3_busy_timeout(db_, kBusyMilliseconds);
-    sqlite3_db_config(db_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    Sqlite().extended_result_codes(db_, 1);
+    Sqlite().busy_timeout(db_, kBusyMilliseconds);
+    Sqlite().db_config(db_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     return Run(kSetUp);
 }
 
 void RegistryStore::Forget() {
     for (sqlite3_stmt*& statement : statements_) {
-        sqlite3_finalize(statement);
+        Sqlite().finalize(statement);
         statement = nullptr;
     }
     hasTables_ = false;
 }
 
 void RegistryStore::Disconnect() {
+    if (db_ == nullptr) return;
     Forget();
-    sqlite3_close(db_);
+    Sqlite().close(db_);
     db_ = nullptr;
 }
 
@@ -137,7 +139,7 @@ void RegistryStore::Abandon() {
 }
 
 LSTATUS RegistryStore::Run(const char* sql) {
-    return Failed(sqlite3_exec(db_, sql, nullptr, nullptr, nullptr));
+    return Failed(Sqlite().exec(db_, sql, nullptr, nullptr, nullptr));
 }
 
 LSTATUS RegistryStore::RunStatement(StoreSql which) {
@@ -168,12 +170,12 @@ constexpr char kFormatQuery[] =
 LSTATUS RegistryStore::CheckFormat(bool write) {
     if (hasTables_) return ERROR_SUCCESS;
     sqlite3_stmt* query = nullptr;
-    int code = sqlite3_prepare_v2(db_, kFormatQuery, -1, &query, nullptr);
-    if (code == SQLITE_OK) code = sqlite3_step(query);
-    const int format = code == SQLITE_ROW ? sqlite3_column_int(query, 0) : 0;
-    const int tables = code == SQLITE_ROW ? sqlite3_column_int(query, 1) : 0;
-    const std::int64_t size = code == SQLITE_ROW ? sqlite3_column_int64(query, 2) : 0;
-    sqlite3_finalize(query);
+    int code = Sqlite().prepare_v2(db_, kFormatQuery, -1, &query, nullptr);
+    if (code == SQLITE_OK) code = Sqlite().step(query);
+    const int format = code == SQLITE_ROW ? Sqlite().column_int(query, 0) : 0;
+    const int tables = code == SQLITE_ROW ? Sqlite().column_int(query, 1) : 0;
+    const std::int64_t size = code == SQLITE_ROW ? Sqlite().column_int64(query, 2) : 0;
+    Sqlite().finalize(query);
     if (code != SQLITE_ROW) return Failed(code);
     if (format != (tables == 0 ? 0 : kFormat)) return Failed(SQLITE_NOTADB);
     if (tables == 0 && !write) return ERROR_FILE_NOT_FOUND;
@@ -239,9 +241,9 @@ LSTATUS RegistryStore::End(LSTATUS status) {
 // is when the connection ends.
 void RegistryStore::TakeBack() {
     ++epoch_;
-    if (sqlite3_get_autocommit(db_) == 0 && RunStatement(StoreSql::Rollback) != ERROR_SUCCESS)
-        sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
-    if (sqlite3_get_autocommit(db_) == 0) Disconnect();
+    if (Sqlite().get_autocommit(db_) == 0 && RunStatement(StoreSql::Rollback) != ERROR_SUCCESS)
+        Sqlite().exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+    if (Sqlite().get_autocommit(db_) == 0) Disconnect();
     hasTables_ = false;
 }
 
@@ -251,28 +253,28 @@ StoreQuery::StoreQuery(RegistryStore& store, StoreSql which) : store_(store) {
     const int index = static_cast<int>(which);
     sqlite3_stmt*& kept = store.statements_[index];
     if (kept == nullptr) {
-        status_ = store.Failed(sqlite3_prepare_v3(store.db_, kStatements[index], -1,
-                                                  SQLITE_PREPARE_PERSISTENT, &kept, nullptr));
+        status_ = store.Failed(Sqlite().prepare_v3(store.db_, kStatements[index], -1,
+                                                   SQLITE_PREPARE_PERSISTENT, &kept, nullptr));
     }
     statement_ = kept;
 }
 
 StoreQuery::~StoreQuery() {
     if (statement_ == nullptr) return;
-    sqlite3_reset(statement_);
-    sqlite3_clear_bindings(statement_);
+    Sqlite().reset(statement_);
+    Sqlite().clear_bindings(statement_);
 }
 
 StoreQuery& StoreQuery::Bind(int place, std::int64_t number) {
     if (status_ == ERROR_SUCCESS)
-        status_ = store_.Failed(sqlite3_bind_int64(statement_, place, number));
+        status_ = store_.Failed(Sqlite().bind_int64(statement_, place, number));
     return *this;
 }
 
 StoreQuery& StoreQuery::Bind(int place, std::string_view text) {
     if (status_ == ERROR_SUCCESS) {
-        status_ = store_.Failed(sqlite3_bind_text64(statement_, place, text.data(), text.size(),
-                                                    SQLITE_STATIC, SQLITE_UTF8));
+        status_ = store_.Failed(Sqlite().bind_text64(statement_, place, text.data(), text.size(),
+                                                     SQLITE_STATIC, SQLITE_UTF8));
     }
     return *this;
 }
@@ -280,14 +282,15 @@ StoreQuery& StoreQuery::Bind(int place, std::string_view text) {
 StoreQuery& StoreQuery::BindData(int place, const void* data, std::size_t size) {
     if (status_ == ERROR_SUCCESS) {
         const void* const bytes = size != 0 ? data : "";
-        status_ = store_.Failed(sqlite3_bind_blob64(statement_, place, bytes, size, SQLITE_STATIC));
+        status_ =
+            store_.Failed(Sqlite().bind_blob64(statement_, place, bytes, size, SQLITE_STATIC));
     }
     return *this;
 }
 
 bool StoreQuery::Next() {
     if (status_ != ERROR_SUCCESS) return false;
-    const int code = sqlite3_step(statement_);
+    const int code = Sqlite().step(statement_);
     if (code == SQLITE_ROW) return true;
     if (code != SQLITE_DONE) status_ = store_.Failed(code);
     return false;
@@ -300,9 +303,9 @@ LSTATUS StoreQuery::Run() {
 }
 
 std::string_view StoreQuery::Text(int column) {
-    const auto* const text = static_cast<const char*>(sqlite3_column_blob(statement_, column));
-    const int size = sqlite3_column_bytes(statement_, column);
-    if (text == nullptr && sqlite3_errcode(store_.db_) == SQLITE_NOMEM)
+    const auto* const text = static_cast<const char*>(Sqlite().column_blob(statement_, column));
+    const int size = Sqlite().column_bytes(statement_, column);
+    if (text == nullptr && Sqlite().errcode(store_.db_) == SQLITE_NOMEM)
         status_ = store_.Failed(SQLITE_NOMEM);
     return text != nullptr ? std::string_view(text, static_cast<std::size_t>(size))
                            : std::string_view();

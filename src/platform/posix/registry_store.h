@@ -12,7 +12,6 @@
 #ifndef BRCORE8_PLATFORM_POSIX_REGISTRY_STORE_H
 #define BRCORE8_PLATFORM_POSIX_REGISTRY_STORE_H
 
-#include <sqlite3.h>
 #include <sys/types.h>
 
 #include <cstdint>
@@ -20,6 +19,7 @@
 #include <string_view>
 
 #include "platform/posix/registry.h"
+#include "platform/posix/sqlite_calls.h"
 
 namespace brcore8 {
 
@@ -75,7 +75,7 @@ public:
     std::uint64_t Now() const { return now_; }
     void KeyDropped() { ++now_; }
 
-    bool IsReadOnly() const { return db_ != nullptr && sqlite3_db_readonly(db_, "main") != 0; }
+    bool IsReadOnly() const { return db_ != nullptr && Sqlite().db_readonly(db_, "main") != 0; }
 
     // Differs from the last answer when positions in the store may have changed meanwhile other
     // than by this process's own writes. Between Begin and End.
@@ -133,12 +133,12 @@ public:
     LSTATUS Status() const { return status_; }
 
     // Of the row; texts and data until the next step.
-    std::int64_t Number(int column) { return sqlite3_column_int64(statement_, column); }
+    std::int64_t Number(int column) { return Sqlite().column_int64(statement_, column); }
     // Fails the query when there is no memory for them.
     std::string_view Text(int column);
     // The row that a statement without a row has added; how many rows it has changed.
-    std::int64_t NewRow() const { return sqlite3_last_insert_rowid(store_.db_); }
-    int Changes() const { return sqlite3_changes(store_.db_); }
+    std::int64_t NewRow() const { return Sqlite().last_insert_rowid(store_.db_); }
+    int Changes() const { return Sqlite().changes(store_.db_); }
 
 private:
     RegistryStore& store_;

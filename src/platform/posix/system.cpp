@@ -4,8 +4,8 @@
 
 #include "platform/platform.h"
 #include "platform/posix/desktop/screen.h"
+#include "platform/posix/sqlite_calls.h"
 
-#include <sqlite3.h>
 #include <sys/utsname.h>
 
 #include <cstdio>
@@ -32,7 +32,8 @@ std::string PlatformVersion() {
 }
 
 std::span<const PlatformPart> PlatformParts() {
-    static const std::string store = std::string("SQLite ") + sqlite3_libversion();
+    static const std::string store =
+        Sqlite().libversion != nullptr ? std::string("SQLite ") + Sqlite().libversion() : "none";
     static const PlatformPart Parts[] = {
         {"code page tables", "built in"},
         {"collation", "the C library, in the user's language"},
