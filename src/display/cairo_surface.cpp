@@ -13,9 +13,15 @@ void SetColor(cairo_t* cairo, COLORREF color) {
                          GetBValue(color) / 255.0);
 }
 
+// No surface is wider, and nothing that is added to it comes near the end of an int.
+int WidthOf(const Stroke& stroke) noexcept {
+    constexpr int kWidest = 1 << 16;
+    return std::min(stroke.width, kWidest);
+}
+
 void SetStroke(cairo_t* cairo, const Stroke& stroke) {
     SetColor(cairo, stroke.color);
-    cairo_set_line_width(cairo, stroke.width);
+    cairo_set_line_width(cairo, WidthOf(stroke));
     const double unit = stroke.style == 1 ? 3 : 1;
     cairo_set_dash(cairo, &unit, stroke.style == 0 ? 0 : 1, 0);
 }
@@ -127,18 +133,19 @@ void CairoSurface::Invert(Clip clip, const RECT& whole) {
 void CairoSurface::Line(Clip clip, POINT from, POINT to, const Stroke& stroke) {
     from = Reachable(from);
     to = Reachable(to);
-    const int wide = stroke.width + 1;
+    const int width = WidthOf(stroke);
+    const int wide = width + 1;
     Prepare(clip, {std::min(from.x, to.x) - wide, std::min(from.y, to.y) - wide,
                    std::max(from.x, to.x) + wide, std::max(from.y, to.y) + wide});
     SetStroke(cairo_, stroke);
     if (from.x == to.x || from.y == to.y) {
-        const int half = stroke.width / 2;
+        const int half = width / 2;
         const bool isVertical = from.x == to.x;
         RECT bar{std::min(from.x, to.x + (to.x < from.x)), std::min(from.y, to.y + (to.y < from.y)),
                  std::max(from.x + (to.x < from.x), to.x),
                  std::max(from.y + (to.y < from.y), to.y)};
         (isVertical ? bar.left : bar.top) -= half;
-        (isVertical ? bar.right : bar.bottom) = (isVertical ? bar.left : bar.top) + stroke.width;
+        (isVertical ? bar.right : bar.bottom) = (isVertical ? bar.left : bar.top) + width;
         if (stroke.style == 0) {
             AddRectangle(cairo_, bar);
             cairo_fill(cairo_);
@@ -158,7 +165,7 @@ void CairoSurface::Ellipse(Clip clip, const RECT& whole, const Stroke* outline,
     const double width = rect.right - rect.left - 1;
     const double height = rect.bottom - rect.top - 1;
     if (width <= 0 || height <= 0) return;
-    const int wide = outline != nullptr ? outline->width + 1 : 1;
+    const int wide = outline != nullptr ? WidthOf(*outline) + 1 : 1;
     Prepare(clip, {rect.left - wide, rect.top - wide, rect.right + wide, rect.bottom + wide});
     cairo_save(cairo_);
     cairo_translate(cairo_, rect.left + 0.5 + width / 2, rect.top + 0.5 + height / 2);

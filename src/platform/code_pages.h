@@ -8,17 +8,47 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <new>
 #include <span>
 #include <vector>
 
 namespace brcore8 {
 
+// The code of each of the 65,536 units: a byte, or lead * 256 + trail. Memory is touched only where
+// a code was set that is not '?', the one that most units have: every program has such a table.
+class UnitCodes {
+public:
+    UnitCodes() = default;  // no table yet: nothing can be asked
+    // '?' for every unit. Throws std::bad_alloc.
+    static UnitCodes Blank() {
+        UnitCodes codes;
+        codes.table_.reset(static_cast<std::uint16_t*>(std::calloc(kUnits, sizeof(std::uint16_t))));
+        if (!codes.table_) throw std::bad_alloc();
+        return codes;
+    }
+    std::uint16_t operator[](std::size_t unit) const noexcept {
+        return static_cast<std::uint16_t>(table_[unit] ^ kUsual);
+    }
+    void Set(std::size_t unit, unsigned code) noexcept {
+        table_[unit] = static_cast<std::uint16_t>(code ^ kUsual);
+    }
+
+private:
+    static constexpr std::size_t kUnits = 0x10000;
+    static constexpr std::uint16_t kUsual = '?';
+    struct Release {
+        void operator()(std::uint16_t* table) const noexcept { std::free(table); }
+    };
+    std::unique_ptr<std::uint16_t[], Release> table_;
+};
+
 struct CodePageTables {
     std::array<bool, 256> lead{};
     std::array<std::uint16_t, 256> single{};  // UTF-16 unit of a byte that stands alone
     std::vector<std::uint16_t> pairs;  // unit of lead * 256 + trail; empty on a single-byte page
-    std::vector<std::uint16_t>
-        codes;  // for each of the 65,536 units its byte, or lead * 256 + trail
+    UnitCodes codes;
 };
 
 // False, and nothing changes, when this platform has no such single- or double-byte page.

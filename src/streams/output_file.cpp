@@ -21,6 +21,7 @@ SOutputFile::~SOutputFile() {
 }
 
 void SOutputFile::Init(const SString& path, int flags) {
+    SOutputFile::Close();
     const char* const mode = flags == Append ? "ab" : "wb";
     stream_ = MayUseFile(FileOperation::Create, path) ? brcore8::OpenStream(path, mode) : nullptr;
     if (stream_ == nullptr) brcore8::ThrowIOException("Can't open for writing");

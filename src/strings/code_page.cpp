@@ -54,9 +54,7 @@ struct CodePage::Builder {
         page.doubleByte_ = !tables.pairs.empty();
         std::copy(tables.lead.begin(), tables.lead.end(), page.lead_);
         std::copy(tables.single.begin(), tables.single.end(), page.wideBytes_);
-        TakeBytes();
-        for (unsigned lead = 0; lead < 256; ++lead)
-            if (page.lead_[lead]) TakePairs(lead);
+        TakeFacts();
         page.codes_ = std::move(tables.codes);
         page.plainAscii_ = true;
         for (std::uint16_t code = 0; code < 128; ++code)
@@ -64,8 +62,25 @@ struct CodePage::Builder {
                 page.plainAscii_ = false;
     }
 
-    void TakeBytes() {
-        const CharacterFacts facts = LoadCharacterFacts(tables.single);
+    // Of all characters at once: the platform may have to look through those of all pages.
+    void TakeFacts() {
+        std::vector<std::uint16_t> units(tables.single.begin(), tables.single.end());
+        for (std::size_t lead = 0; lead < 256; ++lead) {
+            if (!page.lead_[lead]) continue;
+            const auto row = tables.pairs.begin() + static_cast<std::ptrdiff_t>(lead * 256);
+            units.insert(units.end(), row, row + 256);
+        }
+        const CharacterFacts facts = LoadCharacterFacts(units);
+        TakeBytes(facts);
+        std::size_t first = 256;
+        for (unsigned lead = 0; lead < 256; ++lead) {
+            if (!page.lead_[lead]) continue;
+            TakePairs(lead, facts, first);
+            first += 256;
+        }
+    }
+
+    void TakeBytes(const CharacterFacts& facts) {
         for (unsigned byte = 0; byte < 256; ++byte) {
             // A lead byte alone is no character.
             const bool lead = page.lead_[byte];
@@ -78,16 +93,17 @@ struct CodePage::Builder {
         }
     }
 
-    void TakePairs(unsigned lead) {
+    // `first`: where the facts about the lead byte's characters begin.
+    void TakePairs(unsigned lead, const CharacterFacts& facts, std::size_t first) {
         Pairs* pairs = page.pairs_[lead] = new Pairs;
         const std::uint16_t* wide = tables.pairs.data() + lead * 256;
         std::copy(wide, wide + 256, pairs->wide);
-        const CharacterFacts facts = LoadCharacterFacts({wide, 256});
         for (unsigned trail = 0; trail < 256; ++trail) {
             const unsigned code = lead * 256 + trail;
-            pairs->lower[trail] = static_cast<std::uint16_t>(Fold(code, facts.lower[trail]));
-            pairs->upper[trail] = static_cast<std::uint16_t>(Fold(code, facts.upper[trail]));
-            pairs->classes[trail] = static_cast<std::uint16_t>(ClassesOf(facts.types[trail]));
+            const std::size_t at = first + trail;
+            pairs->lower[trail] = static_cast<std::uint16_t>(Fold(code, facts.lower[at]));
+            pairs->upper[trail] = static_cast<std::uint16_t>(Fold(code, facts.upper[at]));
+            pairs->classes[trail] = static_cast<std::uint16_t>(ClassesOf(facts.types[at]));
         }
     }
 

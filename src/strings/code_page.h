@@ -7,7 +7,8 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+
+#include "platform/code_pages.h"
 
 namespace brcore8 {
 
@@ -122,7 +123,7 @@ private:
     std::uint16_t classBytes_[256] = {};
     std::uint16_t wideBytes_[256] = {};
     Pairs* pairs_[256] = {};
-    std::vector<std::uint16_t> codes_;  // of all 65,536 units
+    UnitCodes codes_;
     const CodePage* next_ = nullptr;    // in the list of loaded pages
 };
 

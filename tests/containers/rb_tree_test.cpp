@@ -230,8 +230,8 @@ struct NoCase {
 
 TEST(TreeMapTest, FindsByAnyComparableKeyAndReplacesPairs) {
     STreeMap<std::string, std::string, NoCase> map;
-    std::string* kept = &map.Add("Key", "one");
-    EXPECT_EQ(kept, &map.Add("KEY", "two"));
+    map.Add("Key", "one");
+    EXPECT_EQ("two", map.Add("KEY", "two"));
     EXPECT_EQ(1, map.GetCount());
     EXPECT_EQ("KEY", map.begin()->key);
     EXPECT_EQ("two", *map.Find("key"));
@@ -247,6 +247,11 @@ TEST(TreeMapTest, FindsByAnyComparableKeyAndReplacesPairs) {
     EXPECT_EQ("a=xy KEY=two ", text);
     EXPECT_TRUE(map.Remove("KEY"));
     EXPECT_FALSE(map.Contains("key"));
+
+    STreeMap<int, int> numbers;
+    const int* const kept = &numbers.Add(1, 1);
+    EXPECT_EQ(kept, &numbers.Add(1, 2));
+    EXPECT_EQ(2, *kept);
 }
 
 TEST(TreeMapTest, AThrowingValueNeverEndsThePairItWouldReplace) {

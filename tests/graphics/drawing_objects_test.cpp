@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <limits>
 #include <string>
 #include <thread>
 #include <vector>
@@ -167,6 +168,19 @@ TEST_F(Picture, SolidAreasAndEdgesLeaveTheSelectionAlone) {
     EXPECT_NE(dc.PatBlt(0, 20, 40, 10, BLACKNESS), 0);
     EXPECT_NE(dc.PatBlt(0, 20, 20, 10, DSTINVERT), 0);
     EXPECT_EQ(Count(RGB(0, 0, 0)), 200);
+}
+
+TEST_F(Picture, APenMayBeWiderThanThePicture) {
+    SPen pen(PS_SOLID, std::numeric_limits<int>::max(), kBlue);
+    LOGPEN info{};
+    EXPECT_EQ(pen.GetLogPen(&info), 1);
+    EXPECT_EQ(info.lopnWidth.x, std::numeric_limits<int>::max());
+    const SSelected withPen(dc, pen);
+    for (const POINT to : {POINT{30, 5}, POINT{5, 20}, POINT{30, 20}}) {
+        dc.MoveTo(5, 5);
+        EXPECT_NE(dc.LineTo(to.x, to.y), 0);
+    }
+    dc.Ellipse({5, 5, 30, 20});
 }
 
 TEST_F(Picture, PensAndBrushesDrawAndTellWhatTheyAre) {

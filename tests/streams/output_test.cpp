@@ -21,6 +21,23 @@ TEST(OutputStream, DefaultsWriteByteByByte) {
 
 // ---- SOutputFile ------------------------------------------------------------------------------
 
+// A class of one's own may go on to another file; the first one is whole then, and closed.
+TEST(OutputFile, GoesOnToAnotherFile) {
+    class Parts : public SOutputFile {
+    public:
+        using SOutputFile::SOutputFile;
+        using SOutputFile::Init;
+    };
+    const Folder folder;
+    Parts parts((folder / "1").c_str());
+    parts.Write("one", 3);
+    parts.Init((folder / "2").c_str(), SOutputFile::Truncate);
+    EXPECT_EQ(Get(folder / "1"), "one");
+    parts.Write("two", 3);
+    parts.Close();
+    EXPECT_EQ(Get(folder / "2"), "two");
+}
+
 TEST(OutputFile, OpensByItsFlags) {
     const Folder folder;
     const std::string path = folder / "file";

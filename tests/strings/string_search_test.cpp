@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "strings/string_fixture.h"
@@ -151,6 +152,34 @@ TEST_P(StringSearch, FindsAtEveryPlace) {
 
 int Sign(int value) {
     return (value > 0) - (value < 0);
+}
+
+// Texts in which every place looks right for long: comparing anew at each would take a million
+// million steps.
+TEST_P(StringSearch, RepetitionsAreFoundInLinearTime) {
+    const std::string as(1'000'000, 'a');
+    const std::string half(500'000, 'a');
+    const struct {
+        const char* name;
+        std::string text;
+        std::string pattern;
+        std::ptrdiff_t expected;
+    } rows[] = {
+        {"nowhere", as, half + "ba", -1},
+        {"at the end", as + "ba", half + "ba", 500'000},
+        {"after a start that is one, too", as + "ba" + half + "ca", half + "ca", 1'000'002},
+        {"that overlap themselves", as + "b" + as + "c" + as + "b" + half,
+         as + "c" + as + "b" + half, 1'000'001},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const SString text(row.text);
+        EXPECT_EQ(Offset(text, text.Find(row.pattern.c_str())), row.expected);
+        std::string upper = row.pattern;
+        std::transform(upper.begin(), upper.end(), upper.begin(),
+                       [](char c) { return static_cast<char>(c - 'a' + 'A'); });
+        EXPECT_EQ(Offset(text, text.FindNoCase(upper.c_str())), row.expected);
+    }
 }
 
 TEST_P(StringSearch, ComparisonFamilies) {

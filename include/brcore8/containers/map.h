@@ -76,7 +76,8 @@ public:
 
     // ---- Change -------------------------------------------------------------------------------
 
-    // Adds the pair, or replaces key and value of the pair with an equal key. Returns its value.
+    // Adds the pair, or replaces key and value of the pair with an equal key, which ends last.
+    // Returns the new value; its address is the old one's only where ending a pair runs no code.
     V& Add(const K& key, const V& value);
     // The value of the key. A key that is not there is first added with a value-initialised V; in
     // a map that is const such a value, good forever, is returned instead.
@@ -483,14 +484,12 @@ auto __SMap<K, V, Alloc, InInsertionOrder>::NewEntry(const K& key, const V& valu
 template <class K, class V, class Alloc, bool InInsertionOrder>
 V& __SMap<K, V, Alloc, InInsertionOrder>::Add(const K& key, const V& value) {
     const Place place = LocateKey(key);
-    if constexpr (std::is_nothrow_move_constructible_v<K> &&
-                  std::is_nothrow_move_constructible_v<V>) {
+    if constexpr (brcore8::EndsSilently<K> && brcore8::EndsSilently<V>) {
         if (place.found != nullptr) {
             // Both are made before the old pair ends: the arguments may live in it.
             K newKey(key);
             V newValue(value);
             value_type& pair = PairOf(place.found);
-            std::destroy_at(&pair);
             ::new (&pair) value_type{std::move(newKey), std::move(newValue)};
             return pair.value;
         }

@@ -229,6 +229,16 @@ __STree::Place __STree::DescendStraight(Key key, KeyOf keyOf) const {
     return {isFound ? notLess : nullptr, parent, left};
 }
 
+namespace brcore8 {
+
+// Whether a value may be overwritten where it lies: its end runs no code, which might look into
+// the container or change it, and the next one is there at once.
+template <class T>
+concept EndsSilently =
+    std::is_trivially_destructible_v<T> && std::is_nothrow_move_constructible_v<T>;
+
+}  // namespace brcore8
+
 // Orders keys of any two types that compare with <. A comparison of one's own is such a class:
 // default-constructible, called with two keys, returning negative, zero or positive as strcmp does.
 struct STreeCompare {
@@ -325,8 +335,9 @@ public:
 
     // ---- Add and remove: arguments may live in this map ---------------------------------------
 
-    // Adds the pair and returns its value. Of an equal key both key and value are replaced, in
-    // their place when Key and T move without throwing, else in an entry of their own.
+    // Adds the pair and returns its value. Of an equal key both key and value are replaced: in
+    // their place when ending them runs no code, else by an entry at another address, and the old
+    // ones end last, so that their destructors may change the map.
     template <class K, class V>
     T& Add(K&& key, V&& value);
     // The value of the key, which is first added with a value-initialised T when absent.
@@ -451,12 +462,10 @@ T& STreeMap<Key, T, Compare, Allocator>::Add(K&& key, V&& value) {
     if (entry == nullptr) {
         entry = NewEntry(std::forward<K>(key), std::forward<V>(value));
         LinkEntry(entry, place.parent, place.left);
-    } else if constexpr (std::is_nothrow_move_constructible_v<Key> &&
-                         std::is_nothrow_move_constructible_v<T>) {
+    } else if constexpr (brcore8::EndsSilently<Key> && brcore8::EndsSilently<T>) {
         // Both are made before the old pair ends: the arguments may live in it.
         Key newKey = static_cast<Key>(std::forward<K>(key));
         T newValue = static_cast<T>(std::forward<V>(value));
-        std::destroy_at(&ElementOf(entry));
         ::new (entry->Element()) Element{std::move(newKey), std::move(newValue)};
     } else {
         Entry* old = std::exchange(entry, NewEntry(std::forward<K>(key), std::forward<V>(value)));

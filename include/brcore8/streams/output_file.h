@@ -31,6 +31,7 @@ class BRCORE8_API SOutputFile : public SOutputStream {
     long GetPosition();
 
 protected:
+    // Opens another file, after closing the one that is open. Throws what both throw.
     virtual void Init(const SString& path, int flags);
 
 private:

@@ -1,8 +1,7 @@
 #include "platform/posix/code_page_decoder.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <new>
+#include <numeric>
 
 namespace brcore8 {
 namespace {
@@ -31,16 +30,7 @@ public:
     template <class Store>
     void Read(std::size_t count, Store store, int usual = -1) {
         for (std::size_t i = 0; i < count;) {
-            if (repeat_ == 0) {
-                const unsigned number = Number();
-                if (number & 1) {
-                    repeat_ = number >> 1;
-                } else {
-                    const unsigned zigzag = number >> 1;
-                    step_ = static_cast<std::uint16_t>(zigzag & 1 ? ~(zigzag >> 1) : zigzag >> 1);
-                    repeat_ = 1;
-                }
-            }
+            if (repeat_ == 0) NextRun();
             const std::size_t run = std::min<std::size_t>(repeat_, count - i);
             repeat_ -= static_cast<unsigned>(run);
             if (step_ == 0 && last_ == usual) {
@@ -54,7 +44,29 @@ public:
         }
     }
 
+    // Passes over `count` values and returns the last of them; the one before when there are none.
+    std::uint16_t Skip(std::size_t count) {
+        while (count > 0) {
+            if (repeat_ == 0) NextRun();
+            const std::size_t run = std::min<std::size_t>(repeat_, count);
+            repeat_ -= static_cast<unsigned>(run);
+            last_ = static_cast<std::uint16_t>(last_ + run * step_);
+            count -= run;
+        }
+        return last_;
+    }
+
 private:
+    void NextRun() {
+        const unsigned number = Number();
+        if (number & 1) {
+            repeat_ = number >> 1;
+        } else {
+            const unsigned zigzag = number >> 1;
+            step_ = static_cast<std::uint16_t>(zigzag & 1 ? ~(zigzag >> 1) : zigzag >> 1);
+            repeat_ = 1;
+        }
+    }
     unsigned Number() {
         unsigned number = 0;
         for (unsigned shift = 0;; shift += 5) {
@@ -70,55 +82,13 @@ private:
     std::uint16_t step_ = 0;
 };
 
-// A table of all units whose usual value is 0, so that the larger part of its memory is never
-// touched. Never freed: a page may be asked for after static objects are gone.
-std::uint16_t* SparseTable() {
-    void* table = std::calloc(kUnits, sizeof(std::uint16_t));
-    if (!table) throw std::bad_alloc();
-    return static_cast<std::uint16_t*>(table);
-}
-
-// What is recorded of the first `count` units, in tables of zeros.
-struct CharacterTables {
-    std::uint16_t* lower;  // minus the unit
-    std::uint16_t* upper;  // minus the unit
-    std::uint16_t* types;  // with the bit of letters, which most are, inverted
-
-    void Expand(std::size_t count) const {
-        ExpandOne(kCharacterData.lower, lower, 0, count);
-        ExpandOne(kCharacterData.upper, upper, 0, count);
-        ExpandOne(kCharacterData.types, types, kTypeAlpha, count);
-    }
-    CharacterFacts FactsOf(std::span<const std::uint16_t> units) const {
-        CharacterFacts facts;
-        for (auto* each : {&facts.lower, &facts.upper, &facts.types})
-            each->resize(units.size());
-        for (std::size_t i = 0; i < units.size(); ++i) {
-            const unsigned unit = units[i];
-            facts.lower[i] = static_cast<std::uint16_t>(unit + lower[unit]);
-            facts.upper[i] = static_cast<std::uint16_t>(unit + upper[unit]);
-            facts.types[i] = static_cast<std::uint16_t>(types[unit] ^ kTypeAlpha);
-        }
-        return facts;
-    }
-
-private:
-    static void ExpandOne(const char* digits, std::uint16_t* table, unsigned usual,
-                          std::size_t count) {
-        const auto store = [=](std::size_t i, unsigned value) {
-            table[i] = static_cast<std::uint16_t>(value ^ usual);
-        };
-        SequenceReader(digits).Read(count, store, static_cast<int>(usual));
-    }
-};
-
 }  // namespace
 
 void DeriveCodes(CodePageTables& tables) {
     constexpr std::uint16_t kNone = '?';  // also its own code, on every page
-    std::vector<std::uint16_t> codes(kUnits, kNone);
+    UnitCodes codes = UnitCodes::Blank();
     const auto take = [&codes](std::uint16_t unit, std::size_t code) {
-        if (codes[unit] == kNone && unit != kNone) codes[unit] = static_cast<std::uint16_t>(code);
+        if (unit != kNone && codes[unit] == kNone) codes.Set(unit, static_cast<unsigned>(code));
     };
     for (std::size_t byte = 0; byte < 256; ++byte)
         if (!tables.lead[byte]) take(tables.single[byte], byte);
@@ -148,33 +118,33 @@ bool DecodeCodePage(unsigned page, CodePageTables& tables) {
         wide.Read(256, [row](std::size_t i, std::uint16_t v) { row[i] = v; });
     }
     DeriveCodes(result);
-    std::uint16_t* codes = result.codes.data();
-    const auto add = [codes](std::size_t i, unsigned v) {
-        codes[i] = static_cast<std::uint16_t>(codes[i] + v);
-    };
+    UnitCodes& codes = result.codes;
+    const auto add = [&codes](std::size_t i, unsigned v) { codes.Set(i, codes[i] + v); };
     SequenceReader(data->codes).Read(kUnits, add, 0);
     tables = std::move(result);
     return true;
 }
 
-// Every process asks about the 256 bytes of a page as it starts, whose units are early ones but on
-// double-byte pages: for those nothing is expanded that would stay.
+// In ascending order, so that one walk through each sequence passes all units.
 CharacterFacts DecodeCharacterFacts(std::span<const std::uint16_t> units) {
-    constexpr std::size_t kFew = 0x3000;
-    const std::size_t count =
-        units.empty() ? 0 : *std::max_element(units.begin(), units.end()) + std::size_t{1};
-    if (count <= kFew) {
-        std::vector<std::uint16_t> tables(3 * count);
-        const CharacterTables few{tables.data(), tables.data() + count, tables.data() + 2 * count};
-        few.Expand(count);
-        return few.FactsOf(units);
-    }
-    static const CharacterTables all = [] {
-        const CharacterTables whole{SparseTable(), SparseTable(), SparseTable()};
-        whole.Expand(kUnits);
-        return whole;
-    }();
-    return all.FactsOf(units);
+    std::vector<std::size_t> ascending(units.size());
+    std::iota(ascending.begin(), ascending.end(), std::size_t{0});
+    std::sort(ascending.begin(), ascending.end(),
+              [units](std::size_t left, std::size_t right) { return units[left] < units[right]; });
+    const auto walk = [&](const char* digits, bool relative) {
+        std::vector<std::uint16_t> facts(units.size());
+        SequenceReader reader(digits);
+        std::size_t passed = 0;
+        for (const std::size_t i : ascending) {
+            const std::size_t end = units[i] + std::size_t{1};
+            const unsigned fact = reader.Skip(end - passed);
+            passed = end;
+            facts[i] = static_cast<std::uint16_t>(relative ? fact + units[i] : fact);
+        }
+        return facts;
+    };
+    return {walk(kCharacterData.lower, true), walk(kCharacterData.upper, true),
+            walk(kCharacterData.types, false)};
 }
 
 }  // namespace brcore8

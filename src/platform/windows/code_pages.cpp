@@ -32,16 +32,16 @@ bool AskCodes(unsigned page, CodePageTables& tables) {
     const int count =
         WideCharToMultiByte(page, 0, Wide(units.data()), static_cast<int>(kUnits), bytes.data(),
                             static_cast<int>(bytes.size()), nullptr, nullptr);
-    std::vector<std::uint16_t> codes(kUnits);
+    UnitCodes codes = UnitCodes::Blank();
     const char* p = bytes.data();
     const char* const end = p + count;
     std::size_t unit = 0;
     for (; unit < kUnits && p < end; ++unit) {
         const auto byte = static_cast<unsigned char>(*p++);
         if (!tables.lead[byte]) {
-            codes[unit] = byte;
+            codes.Set(unit, byte);
         } else if (p < end) {
-            codes[unit] = static_cast<std::uint16_t>(byte * 256 + static_cast<unsigned char>(*p++));
+            codes.Set(unit, byte * 256u + static_cast<unsigned char>(*p++));
         }
     }
     if (unit != kUnits || p != end) return false;
