@@ -41,6 +41,34 @@ TEST(RtfConversion, ReadsTheDocumentsOfManyWritersAsTheRecordedControlDid) {
     }
 }
 
+// Documents that write their text as UTF-8, and data that only its length ends.
+TEST(RtfConversion, ReadsRawBytes) {
+    const struct {
+        const char* rtf;
+        std::u16string text;
+    } rows[] = {
+        {"{\\urtf1 \xC3\xA9}", u"\u00E9"},
+        {"{\\urtf1 \xE2\x82\xAC|\xF0\x9F\x98\x80}", u"\u20AC|\U0001F600"},
+        {"{\\urtf1 a\xE2\x82\\'acz}", u"a\u20ACz"},
+        {"{\\urtf1 a\xA9z}", u"a\uFFFDz"},
+        {"{\\urtf1 a\xC3z}", u"a\uFFFDz"},
+        {"{\\urtf1 a\xC0\x80z}", u"a\uFFFDz"},
+        {"{\\urtf1 a\xE2\x82\\b z}", u"a\uFFFDz"},
+        {"{\\urtf1 a\xE2\x82}", u"a\uFFFD"},
+        {"{\\rtf1\\ansi a\\bin3 {{{z}", u"az"},
+        {"{\\rtf1\\ansi a{\\pict\\bin2 }}}z}", u"az"},
+        {"{\\rtf1\\ansi a\\bin-3 z}", u"az"},
+        {"{\\rtf1\\ansi a\\bin99999999999 z}", u"a"},
+    };
+    SRtfDocument converter;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.rtf);
+        std::u16string text;
+        EXPECT_EQ(converter.RtfToUtf16(&text, row.rtf), 1);
+        EXPECT_EQ(SUtf8FromUtf16(text), SUtf8FromUtf16(row.text));
+    }
+}
+
 TEST(RtfConversion, TakesWhatIsNoDocumentAsText) {
     SRtfDocument converter;
     EXPECT_EQ(TextOf(converter, "{no} \\rtf"), "{no} \\rtf");

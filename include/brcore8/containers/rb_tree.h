@@ -435,9 +435,15 @@ private:
 template <class Key, class T, class Compare, class Allocator>
 template <class K>
 auto STreeMap<Key, T, Compare, Allocator>::Locate(const K& key) const -> Place {
-    return Descend([&key](const void* element) {
-        return Compare{}(key, static_cast<const Element*>(element)->key);
-    });
+    constexpr bool isNumber = std::is_integral_v<Key> && std::is_same_v<K, Key>;
+    if constexpr (isNumber && std::is_same_v<Compare, STreeCompare>) {
+        return DescendStraight(
+            key, [](const void* element) { return static_cast<const Element*>(element)->key; });
+    } else {
+        return Descend([&key](const void* element) {
+            return Compare{}(key, static_cast<const Element*>(element)->key);
+        });
+    }
 }
 
 template <class Key, class T, class Compare, class Allocator>
