@@ -124,7 +124,7 @@ private:
     std::uint16_t wideBytes_[256] = {};
     Pairs* pairs_[256] = {};
     UnitCodes codes_;
-    const CodePage* next_ = nullptr;    // in the list of loaded pages
+    const CodePage* next_ = nullptr;  // in the list of loaded pages
 };
 
 }  // namespace brcore8

@@ -25,8 +25,8 @@ TEST(OutputStream, DefaultsWriteByteByByte) {
 TEST(OutputFile, GoesOnToAnotherFile) {
     class Parts : public SOutputFile {
     public:
-        using SOutputFile::SOutputFile;
         using SOutputFile::Init;
+        using SOutputFile::SOutputFile;
     };
     const Folder folder;
     Parts parts((folder / "1").c_str());
