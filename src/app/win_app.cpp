@@ -165,8 +165,7 @@ int SWinApp::OnDDECommand(char*) {
     return 0;
 }
 
-// --- Waiting
-// --------------------------------------------------------------------------------------
+// --- Waiting -------------------------------------------------------------------------------------
 
 void SWinApp::DoWaitCursor(int delta) {
     const long long count = delta == 0 ? 0 : static_cast<long long>(waitCount_) + delta;

@@ -62,8 +62,7 @@ int SProgressStatusBar::Create(SWnd* parent, unsigned long style, unsigned long 
     return 1;
 }
 
-// --- Progress
-// -------------------------------------------------------------------------------------
+// --- Progress ------------------------------------------------------------------------------------
 
 void SProgressStatusBar::StartProgress(int cancellable) {
     const int wanted = InProgressBit | (cancellable ? int{CancellableBit} : 0);
@@ -106,8 +105,7 @@ void SProgressStatusBar::OnCancelNotify(NMHDR*, LRESULT* result) {
     *result = 0;
 }
 
-// --- The poll
-// -------------------------------------------------------------------------------------
+// --- The poll ------------------------------------------------------------------------------------
 
 int SProgressStatusBar::PollCancel() {
     if ((state_ & CancellableBit) == 0 || poll_ != nullptr) return 0;
@@ -154,8 +152,7 @@ int SProgressStatusBar::AskWhetherMeant(Poll& poll) {
     return isQuitting ? 1 : state_ & CancelRequestedBit;
 }
 
-// --- Place
-// ----------------------------------------------------------------------------------------
+// --- Place ---------------------------------------------------------------------------------------
 
 int SProgressStatusBar::GetReservedWidth() const {
     const int grip = GetGripWidth();

@@ -93,8 +93,7 @@ int SStatusBar::SetIndicators(const unsigned int* ids, int count) {
     return 1;
 }
 
-// --- What is shown
-// --------------------------------------------------------------------------------
+// --- What is shown -------------------------------------------------------------------------------
 
 void SStatusBar::SetExtraLayout(SStatusBarLayout* layout) {
     if (layout == extra_ || (layout != nullptr && layout->bar_ != this)) return;
@@ -190,8 +189,7 @@ void SStatusBar::OnUpdateCmdUI(SCmdTarget* target, int) {
     }
 }
 
-// --- Place
-// ----------------------------------------------------------------------------------------
+// --- Place ---------------------------------------------------------------------------------------
 
 int SStatusBar::GetGripWidth() const {
     if ((GetStyle() & SBARS_SIZEGRIP) == 0 || ::IsZoomed(::GetParent(GetHandle()))) return 0;

@@ -39,8 +39,7 @@ void SCustomProgressCtrl::SetColors(COLORREF filled, COLORREF rest) {
     if (GetHandle() != nullptr) Invalidate(0);
 }
 
-// --- Painting
-// -------------------------------------------------------------------------------------
+// --- Painting ------------------------------------------------------------------------------------
 
 RECT SCustomProgressCtrl::BarRect() const {
     RECT bar = GetClientRect();

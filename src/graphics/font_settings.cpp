@@ -40,8 +40,7 @@ long SizeOf(const LOGFONTA& info) noexcept {
     return points >= 0 ? points : points > INT_MIN ? -points : INT_MAX;
 }
 
-// --- the fonts of the process
-// ----------------------------------------------------------------------
+// --- the fonts of the process --------------------------------------------------------------------
 
 // Cuts before a character that would not fit whole.
 void SetFace(LOGFONTA& info, const char* face) noexcept {
@@ -79,8 +78,7 @@ void Store(LOGFONTA& font, LOGFONTA info) noexcept {
     font = info;
 }
 
-// --- what is saved
-// ---------------------------------------------------------------------------------
+// --- what is saved -------------------------------------------------------------------------------
 
 // The library's own resources while it lives.
 class OwnModuleState {

@@ -169,8 +169,7 @@ LRESULT SWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     return ::DefWindowProcA(handle_, message, wParam, lParam);
 }
 
-// --- Asking the window
-// ----------------------------------------------------------------------------
+// --- Asking the window ---------------------------------------------------------------------------
 
 int SWnd::ModifyStyle(DWORD remove, DWORD add, UINT flags) {
     const DWORD old = GetStyle();

@@ -247,8 +247,7 @@ TEST_F(Menus, AWindowTakesItsMenuWithIt) {
     EXPECT_FALSE(sub.IsMenu());
 }
 
-// --- What programs get wrong
-// ---------------------------------------------------------------------
+// --- What programs get wrong ---------------------------------------------------------------------
 
 TEST_F(Menus, NoMenuGetsIntoItself) {
     EXPECT_FALSE(AppendMenuA(menu.GetHandle(), MF_POPUP,

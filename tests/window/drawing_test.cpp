@@ -165,8 +165,7 @@ TEST_F(Drawing, TextIsMeasuredAndDrawnInItsBox) {
     EXPECT_GT(Count(kGreen), 20);
 }
 
-// --- Windows
-// --------------------------------------------------------------------------------------
+// --- Windows -------------------------------------------------------------------------------------
 
 class STestPainted : public SWnd {
     SDECLARE_MESSAGE_MAP(STestPainted);

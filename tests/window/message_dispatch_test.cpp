@@ -190,8 +190,7 @@ TEST(MessageDispatch, NobodyAnswersWhatHasNoHandler) {
     EXPECT_EQ(listener.OnWndMsg(0xFFFFFFFF, 0, 0, nullptr), 0);
 }
 
-// --- The cache
-// ------------------------------------------------------------------------------------
+// --- The cache -----------------------------------------------------------------------------------
 
 TEST(MessageCache, RemembersHandlersAndTheirAbsence) {
     STestListener listener;

@@ -200,8 +200,7 @@ TEST_F(Windows, AWrapperThatEndsTakesItsWindowAlong) {
     EXPECT_FALSE(IsWindow(handle));
 }
 
-// --- Handle maps
-// ------------------------------------------------------------------------------------
+// --- Handle maps ---------------------------------------------------------------------------------
 
 TEST_F(Windows, TemporaryWrappersLastUntilTheNextIdlePass) {
     const HWND desktop = GetDesktopWindow();

@@ -19,8 +19,7 @@ inline constexpr char WC_LISTVIEWA[] = "SysListView32";
 inline constexpr char WC_TABCONTROLA[] = "SysTabControl32";
 inline constexpr char WC_TREEVIEWA[] = "SysTreeView32";
 
-// --- List boxes and combo boxes
-// --------------------------------------------------------------------
+// --- List boxes and combo boxes ------------------------------------------------------------------
 
 constexpr int CB_ADDSTRING = 0x143;
 constexpr int CB_DELETESTRING = 0x144;
@@ -75,8 +74,7 @@ constexpr int LB_SETITEMHEIGHT = 0x1a0;
 constexpr int LB_SETSEL = 0x185;
 constexpr int LB_SETTOPINDEX = 0x197;
 
-// --- Formatted text
-// --------------------------------------------------------------------------------
+// --- Formatted text ------------------------------------------------------------------------------
 
 constexpr int EM_EXGETSEL = 0x434;
 constexpr int EM_EXLIMITTEXT = 0x435;
@@ -130,8 +128,7 @@ struct EDITSTREAM {
     EDITSTREAMCALLBACK pfnCallback;
 };
 
-// --- Column titles and list views
-// ------------------------------------------------------------------
+// --- Column titles and list views ----------------------------------------------------------------
 
 constexpr int HDF_LEFT = 0;
 constexpr int HDF_STRING = 0x4000;
@@ -246,8 +243,7 @@ struct LVHITTESTINFO {
 };
 using PFNLVCOMPARE = int(CALLBACK*)(LPARAM, LPARAM, LPARAM);
 
-// --- Tree views
-// ------------------------------------------------------------------------------------
+// --- Tree views ----------------------------------------------------------------------------------
 
 constexpr int TVE_COLLAPSE = 1;
 constexpr int TVE_EXPAND = 2;
@@ -311,8 +307,7 @@ struct TVHITTESTINFO {
     HTREEITEM hItem;
 };
 
-// --- Tabs
-// ------------------------------------------------------------------------------------------
+// --- Tabs ----------------------------------------------------------------------------------------
 
 constexpr int TCIF_PARAM = 8;
 constexpr int TCIF_TEXT = 1;
@@ -344,8 +339,7 @@ struct TCHITTESTINFO {
     UINT flags;
 };
 
-// --- Tool bars, tool tips and bands
-// ----------------------------------------------------------------
+// --- Tool bars, tool tips and bands --------------------------------------------------------------
 
 constexpr int BTNS_BUTTON = 0;
 constexpr int BTNS_SEP = 1;
@@ -440,8 +434,7 @@ struct REBARBANDINFOA {
     UINT wID;
 };
 
-// --- Sliders, spin buttons, dates and films
-// --------------------------------------------------------
+// --- Sliders, spin buttons, dates and films ------------------------------------------------------
 
 constexpr int ACM_OPENA = 0x464;
 constexpr int ACM_PLAY = 0x465;

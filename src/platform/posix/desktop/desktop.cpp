@@ -112,8 +112,7 @@ std::vector<HWND> AllWindows() {
     return handles;
 }
 
-// --- Classes
-// --------------------------------------------------------------------------------------
+// --- Classes -------------------------------------------------------------------------------------
 
 WindowClass* FindClass(HINSTANCE instance, const char* name) noexcept {
     const std::lock_guard guard(Lock());

@@ -137,8 +137,7 @@ short GetKeyState(int key) noexcept {
     return static_cast<short>(((state & 0x80) != 0 ? -0x80 : 0) | (state & 1));
 }
 
-// --- The mouse
-// ------------------------------------------------------------------------------------
+// --- The mouse -----------------------------------------------------------------------------------
 
 BOOL GetCursorPos(POINT* point) noexcept {
     const std::lock_guard guard(Lock());

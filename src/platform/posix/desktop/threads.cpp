@@ -77,8 +77,7 @@ LRESULT CallHooks(int code, WPARAM wParam, LPARAM lParam) {
 
 using namespace brcore8::desktop;
 
-// --- Hooks
-// ----------------------------------------------------------------------------------------
+// --- Hooks ---------------------------------------------------------------------------------------
 
 HHOOK SetWindowsHookExA(int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread) {
     if (procedure == nullptr || kind != WH_CBT || module != nullptr ||
@@ -108,8 +107,7 @@ LRESULT CallNextHookEx(HHOOK hook, int code, WPARAM wParam, LPARAM lParam) {
     return 0;
 }
 
-// --- Timers
-// ---------------------------------------------------------------------------------------
+// --- Timers --------------------------------------------------------------------------------------
 
 UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
     if (window != nullptr && Find(window) == nullptr) return 0;

@@ -137,8 +137,7 @@ BOOL BringWindowToTop(HWND window) {
     return SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
 }
 
-// --- Showing
-// --------------------------------------------------------------------------------------
+// --- Showing -------------------------------------------------------------------------------------
 
 namespace {
 
@@ -230,8 +229,7 @@ BOOL IsWindowEnabled(HWND handle) noexcept {
     return window != nullptr && (window->style & WS_DISABLED) == 0;
 }
 
-// --- Rectangles
-// -------------------------------------------------------------------------------------
+// --- Rectangles ----------------------------------------------------------------------------------
 
 BOOL GetWindowRect(HWND handle, RECT* rect) noexcept {
     const Window* const window = Find(handle);

@@ -220,8 +220,7 @@ HWND ChildWindowFromPoint(HWND parent, POINT point) noexcept {
     return PtInRect(&client, point) ? parent : nullptr;
 }
 
-// --- Controls by their numbers
-// ----------------------------------------------------------------------
+// --- Controls by their numbers -------------------------------------------------------------------
 
 HWND GetDlgItem(HWND parent, int id) noexcept {
     const Window* const window = Find(parent);

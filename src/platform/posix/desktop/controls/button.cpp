@@ -142,8 +142,7 @@ LRESULT Button::DialogCode() const noexcept {
     }
 }
 
-// --- Pressing and clicking
-// ------------------------------------------------------------------------
+// --- Pressing and clicking -----------------------------------------------------------------------
 
 void Button::Press(bool captures) {
     if (Type() == BS_GROUPBOX || !IsAlive()) return;
@@ -216,8 +215,7 @@ void Button::SetPushed(bool pushed) {
     if (state_ != old) Show(ODA_SELECT);
 }
 
-// --- Checks
-// ---------------------------------------------------------------------------------------
+// --- Checks --------------------------------------------------------------------------------------
 
 void Button::SetCheck(UINT check) {
     const DWORD type = Type();
@@ -253,8 +251,7 @@ void Button::ChangeType(DWORD style, bool redraws) const {
     if (redraws) Repaint();
 }
 
-// --- Painting
-// -------------------------------------------------------------------------------------
+// --- Painting ------------------------------------------------------------------------------------
 
 void Button::Show(UINT action) {
     if (!IsWindowVisible(Handle())) return;

@@ -148,8 +148,7 @@ LRESULT StatusBar::AnswerParts(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-// --- Place
-// ----------------------------------------------------------------------------------------
+// --- Place ---------------------------------------------------------------------------------------
 
 void StatusBar::Create() {
     Window* const window = Find(Handle());
@@ -199,8 +198,7 @@ LRESULT StatusBar::HitTest(WPARAM wParam, LPARAM lParam) const {
                                                  : Default(WM_NCHITTEST, wParam, lParam);
 }
 
-// --- Parts
-// ----------------------------------------------------------------------------------------
+// --- Parts ---------------------------------------------------------------------------------------
 
 Part* StatusBar::PartOf(WPARAM number) noexcept {
     number &= 0xFF;
@@ -285,8 +283,7 @@ void StatusBar::TellMouse(UINT code, LPARAM lParam) const {
     SendMessageA(Parent(), WM_NOTIFY, id, reinterpret_cast<LPARAM>(&mouse));
 }
 
-// --- Painting
-// -------------------------------------------------------------------------------------
+// --- Painting ------------------------------------------------------------------------------------
 
 void StatusBar::Paint(WPARAM context) const {
     const ControlPaint paint(Handle(), Font(), context);
