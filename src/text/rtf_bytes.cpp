@@ -94,7 +94,12 @@ char16_t* ByteDecoder::PutUtf8(unsigned char byte, char16_t* out) noexcept {
     begun_[count_++] = static_cast<char>(byte);
     if (count_ < needed_) return out;
     const utf8::Character character = utf8::Decode(begun_, begun_ + count_);
-    if (!character.valid) return Flush(out);
+    if (!character.valid) {
+        // Bytes that no character has in this order count each for itself.
+        out = std::fill_n(out, count_, kReplacement);
+        count_ = 0;
+        return out;
+    }
     count_ = 0;
     if (character.code < 0x10000) {
         *out++ = static_cast<char16_t>(character.code);

@@ -52,13 +52,11 @@ TEST(RtfConversion, ReadsRawBytes) {
         {"{\\urtf1 a\xE2\x82\\'acz}", u"a\u20ACz"},
         {"{\\urtf1 a\xA9z}", u"a\uFFFDz"},
         {"{\\urtf1 a\xC3z}", u"a\uFFFDz"},
-        {"{\\urtf1 a\xC0\x80z}", u"a\uFFFDz"},
+        {"{\\urtf1 a\xC0\x80z}", u"a\uFFFD\uFFFDz"},
         {"{\\urtf1 a\xE2\x82\\b z}", u"a\uFFFDz"},
         {"{\\urtf1 a\xE2\x82}", u"a\uFFFD"},
         {"{\\rtf1\\ansi a\\bin3 {{{z}", u"az"},
-        {"{\\rtf1\\ansi a{\\pict\\bin2 }}}z}", u"az"},
         {"{\\rtf1\\ansi a\\bin-3 z}", u"az"},
-        {"{\\rtf1\\ansi a\\bin99999999999 z}", u"a"},
     };
     SRtfDocument converter;
     for (const auto& row : rows) {
