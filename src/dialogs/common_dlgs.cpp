@@ -99,6 +99,14 @@ int SFindReplaceDlg::DoModal() {
     return IDCANCEL;
 }
 
+void SFindReplaceDlg::OnOK() {
+    Default();
+}
+
+void SFindReplaceDlg::OnCancel() {
+    Default();
+}
+
 UINT SFindReplaceDlg::GetFindMessage() {
     static const UINT message = RegisterWindowMessageA("commdlg_FindReplace");
     return message;

@@ -1,3 +1,4 @@
+#include <brcore8/core/cast.h>
 #include <brcore8/views/docking.h>
 #include <brcore8/views/help.h>
 #include <brcore8/views/layout_map.h>
@@ -113,8 +114,10 @@ TEST_F(Panes, DockedWindowsTakeTheirStripsAndFloat) {
     EXPECT_EQ(left.IsFloating(), 1);
     EXPECT_EQ(host.GetDockedCount(), 1);
     EXPECT_EQ(PlaceIn(*center, host).left, 0);
-    // Closing its frame puts it back.
-    SendMessageA(GetParent(left.GetHandle()), WM_CLOSE, 0, 0);
+    SWnd* const frame = SWnd::FromHandlePermanent(GetParent(left.GetHandle()));
+    ASSERT_NE(SCast<SMiniDockFrameWnd>(frame), nullptr);
+    EXPECT_STREQ(frame->GetWindowText(), "Left");
+    frame->SendMessage(WM_CLOSE);  // which puts it back
     EXPECT_EQ(left.IsFloating(), 0);
     EXPECT_EQ(host.GetDockedCount(), 2);
     EXPECT_EQ(PlaceIn(left, host).right, 300 - 220);

@@ -2,6 +2,7 @@
 // has not, Create says so with the platform's code.
 
 #include <brcore8/controls/bar_ctrls.h>
+#include <brcore8/controls/button_ctrl.h>
 #include <brcore8/controls/edit_ctrls.h>
 #include <brcore8/controls/list_ctrls.h>
 #include <brcore8/controls/list_view_ctrl.h>
@@ -87,6 +88,51 @@ TEST_F(Controls, RichEdit) {
     EXPECT_NE(format.dwEffects & 1, 0u);
 }
 
+// What the parent is told of its buttons, and which of them it was.
+class SButtonParent : public SWnd {
+public:
+    std::string log;
+
+protected:
+    int OnCommand(WPARAM wParam, LPARAM lParam) override {
+        log += std::to_string(LOWORD(wParam)) + (HIWORD(wParam) == BN_CLICKED ? "c" : "?") +
+               (lParam != 0 ? ";" : " of nobody;");
+        return 1;
+    }
+};
+
+TEST(ButtonControls, AreClickedCheckedAndPressed) {
+    SButtonParent parent;
+    ASSERT_EQ(parent.CreateEx(0, "S_CliDrawWnd", "", WS_POPUP | WS_VISIBLE, 10, 10, 300, 200), 1);
+    SButtonCtrl push, check, radios[2];
+    ASSERT_EQ(push.Create("&Push", BS_PUSHBUTTON | WS_VISIBLE, {0, 0, 80, 20}, &parent, 1), 1);
+    ASSERT_EQ(check.Create("Check", BS_AUTO3STATE | WS_VISIBLE, {0, 20, 80, 40}, &parent, 2), 1);
+    for (int i : {0, 1}) {
+        const DWORD style = BS_AUTORADIOBUTTON | WS_VISIBLE | (i == 0 ? WS_GROUP : 0);
+        const RECT place{0, 40 + 20 * i, 80, 60 + 20 * i};
+        ASSERT_EQ(radios[i].Create("Radio", style, place, &parent, 3 + static_cast<UINT>(i)), 1);
+    }
+    push.Click();
+    check.Click();
+    EXPECT_EQ(check.GetCheck(), BST_CHECKED);
+    check.Click();
+    EXPECT_EQ(check.GetCheck(), BST_INDETERMINATE);
+    radios[0].Click();
+    radios[1].Click();
+    EXPECT_EQ(parent.log.substr(0, 9), "1c;2c;2c;");
+    EXPECT_EQ(radios[0].GetCheck(), BST_UNCHECKED);
+    EXPECT_EQ(radios[1].GetCheck(), BST_CHECKED);
+    check.SetCheck(BST_CHECKED);
+    EXPECT_EQ(check.GetState() & 3, UINT{BST_CHECKED});
+    push.SetState(1);
+    EXPECT_NE(push.GetState() & BST_PUSHED, 0u);
+    push.SetState(0);
+    EXPECT_EQ(push.GetState() & BST_PUSHED, 0u);
+    push.SetButtonStyle(BS_DEFPUSHBUTTON);
+    EXPECT_EQ(push.GetStyle() & BS_TYPEMASK, DWORD{BS_DEFPUSHBUTTON});
+    parent.DestroyWindow();
+}
+
 TEST_F(Controls, Lists) {
     SListBoxCtrl list;
     if (IsThere("LISTBOX", list.Create(LBS_SORT, kPlace, &parent, 1))) {
@@ -100,6 +146,23 @@ TEST_F(Controls, Lists) {
         EXPECT_EQ(list.SetCurSel(1), 1);
         EXPECT_EQ(list.GetCurSel(), 1);
         EXPECT_EQ(list.DeleteString(0), 1);
+    }
+    SComboBoxCtrl box;
+    if (IsThere("COMBOBOX", box.Create(3 /* a list alone */, kPlace, &parent, 3))) {
+        EXPECT_EQ(box.AddString("pear"), 0);
+        EXPECT_EQ(box.AddString("plum"), 1);
+        EXPECT_EQ(box.InsertString(0, "apple"), 0);
+        EXPECT_EQ(box.FindString(-1, "PL"), 2);
+        EXPECT_EQ(box.FindStringExact(-1, "pl"), -1);
+        EXPECT_EQ(box.SelectString(-1, "pe"), 1);
+        EXPECT_EQ(box.GetCurSel(), 1);
+        EXPECT_STREQ(box.GetLBText(1), "pear");
+        EXPECT_NE(box.SetItemData(2, 77), -1);
+        EXPECT_EQ(box.DeleteString(1), 2);
+        EXPECT_EQ(box.GetItemData(1), 77);
+        EXPECT_EQ(box.GetDroppedState(), 0);
+        box.ResetContent();
+        EXPECT_EQ(box.GetCount(), 0);
     }
     SComboBoxExCtrl combo;
     if (IsThere("COMBOBOX", combo.Create(2 /* a field above a list */, kPlace, &parent, 2))) {

@@ -3,9 +3,10 @@
 //     SFileDlg dialog(1, "Plans|*.brn|All files|*.*", "brn", &frame);
 //     if (dialog.DoModal() == IDOK) Open(dialog.GetPath());
 //
-// DoModal answers IDOK when the user chose, else IDCANCEL; off Windows there are none of these, and
-// it is IDCANCEL with ERROR_CALL_NOT_IMPLEMENTED in GetLastError. What was chosen is there after
-// it. These dialogs have windows of the platform's making: message maps do not see them.
+// DoModal answers IDOK when the user chose, else IDCANCEL. What was chosen is there after it. These
+// dialogs have windows of the platform's making: message maps do not see them. Off Windows, files
+// and folders are asked for with a field, and of the others there are none: IDCANCEL with
+// ERROR_CALL_NOT_IMPLEMENTED in GetLastError.
 //
 // Threads: those of SWnd.
 #ifndef BRCORE8_DIALOGS_COMMON_DLGS_H
@@ -147,6 +148,11 @@ public:
     SString GetFindString() const;
     SString GetReplaceString() const;
     DWORD GetFlags() const;  // FR_
+
+protected:
+    // The platform's own dialog knows what its buttons mean.
+    void OnOK() override;
+    void OnCancel() override;
 
 private:
     void* state_ = nullptr;
