@@ -120,6 +120,12 @@ LRESULT ChooseCursor(const Window& window, WPARAM wParam, LPARAM lParam) {
     }
 }
 
+// Other threads look for windows by their texts.
+void KeepText(Window& window, const char* text) {
+    const std::lock_guard guard(Lock());
+    window.text = text;
+}
+
 // The caption shows another text, or that the window is active now.
 void ChangeCaption(Window& window) {
     TellScreen(window);
@@ -170,11 +176,11 @@ LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
     switch (message) {
         case WM_NCCREATE: {
             const auto* const create = reinterpret_cast<const CREATESTRUCTA*>(lParam);
-            if (create->lpszName != nullptr) window->text = create->lpszName;
+            if (create->lpszName != nullptr) KeepText(*window, create->lpszName);
             return 1;
         }
         case WM_SETTEXT:
-            window->text = lParam != 0 ? reinterpret_cast<const char*>(lParam) : "";
+            KeepText(*window, lParam != 0 ? reinterpret_cast<const char*>(lParam) : "");
             ChangeCaption(*window);
             return 1;
         case WM_GETTEXT:
@@ -183,6 +189,9 @@ LRESULT DefWindowProcA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
             return static_cast<LRESULT>(window->text.size());
         case WM_CLOSE:
             DestroyWindow(handle);
+            return 0;
+        case WM_CANCELMODE:
+            if (GetCapture() == handle) ReleaseCapture();
             return 0;
         case WM_QUERYENDSESSION:
         case WM_QUERYOPEN:

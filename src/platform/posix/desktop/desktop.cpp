@@ -134,6 +134,23 @@ WindowClass* FindClass(HINSTANCE instance, const char* name) noexcept {
 
 using namespace brcore8::desktop;
 
+namespace {
+
+// The next that no class has, of the numbers that programs' classes get; 0 when all are taken.
+ATOM FreeAtom() {
+    constexpr unsigned kFirst = 0xC000;
+    constexpr unsigned kCount = 0x4000;
+    static constinit unsigned next = 0;
+    std::vector<bool> isTaken(kCount);
+    for (const auto& each : TheTables().classes)
+        if (each->atom >= kFirst) isTaken[each->atom - kFirst] = true;
+    for (unsigned i = 0; i < kCount; ++i, next = (next + 1) % kCount)
+        if (!isTaken[next]) return static_cast<ATOM>(kFirst + next);
+    return 0;
+}
+
+}  // namespace
+
 ATOM RegisterClassExA(const WNDCLASSEXA* info) noexcept {
     const std::lock_guard guard(Lock());
     const auto name = reinterpret_cast<std::uintptr_t>(info->lpszClassName);
@@ -146,15 +163,19 @@ ATOM RegisterClassExA(const WNDCLASSEXA* info) noexcept {
         SetLastError(ERROR_CLASS_ALREADY_EXISTS);
         return 0;
     }
-    static constinit ATOM lastAtom = 0xC000;
     try {
+        const ATOM atom = FreeAtom();
+        if (atom == 0) {
+            SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+            return 0;
+        }
         auto made = std::make_unique<WindowClass>();
         made->name = info->lpszClassName;
         made->info = *info;
         made->info.lpszClassName = made->name.c_str();
-        made->atom = ++lastAtom;
+        made->atom = atom;
         TheTables().classes.push_back(std::move(made));
-        return lastAtom;
+        return atom;
     } catch (const std::bad_alloc&) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return 0;

@@ -57,7 +57,7 @@ struct Window {
     std::shared_ptr<Control> control;  // of one of the desktop's own controls
 
     Window* parent = nullptr;  // null for the desktop window alone
-    Window* owner = nullptr;   // of top-level windows
+    HWND owner = nullptr;      // of top-level windows; one that is gone counts as none
     Window* firstChild = nullptr;
     Window* above = nullptr;
     Window* below = nullptr;
@@ -107,6 +107,17 @@ WindowClass* FindClass(HINSTANCE instance, const char* name) noexcept;
 
 // --- The tree -----------------------------------------------------------------------------------
 
+// Windows nest no deeper, nor do owners: what is done to one is done to those it has.
+constexpr int kDeepest = 100;
+
+// A place as the platform keeps it: in 16 bits, so that sums of places are numbers too.
+RECT PlaceAt(int x, int y, int width, int height) noexcept;
+// The parent; of a window that has the whole desktop for it the owner, or null.
+Window* HolderOf(const Window& window) noexcept;
+// How many windows hold the window, it included; 0 for none.
+int DepthOf(const Window* window) noexcept;
+// Whether the holder is the window itself, or held by it.
+bool IsHeldBy(const Window* held, const Window& window) noexcept;
 void Unlink(Window& window) noexcept;
 // Links it as a child of `parent` under the sibling `after`; null is on top.
 void Link(Window& window, Window& parent, Window* after) noexcept;

@@ -15,6 +15,14 @@ bool CanTake(HWND handle) noexcept {
     return true;
 }
 
+// Focus and activation are a thread's own affair.
+bool IsForeign(HWND handle) noexcept {
+    const Window* const window = Find(handle);
+    if (window == nullptr || window->thread == &ThisThread()) return false;
+    SetLastError(ERROR_ACCESS_DENIED);
+    return true;
+}
+
 HWND TopOf(HWND handle) noexcept {
     return GetAncestor(handle, GA_ROOT);
 }
@@ -40,7 +48,8 @@ HWND Activate(HWND handle, bool isClick) {
     Thread& thread = ThisThread();
     const HWND old = thread.active;
     if (handle == old) return old;
-    if (handle != nullptr && (Find(handle) == nullptr || !CanTake(handle))) return nullptr;
+    if (handle != nullptr && (Find(handle) == nullptr || IsForeign(handle) || !CanTake(handle)))
+        return nullptr;
     thread.active = handle;
     {
         const std::lock_guard guard(Lock());
@@ -77,7 +86,10 @@ HWND GetActiveWindow() noexcept {
 BOOL SetForegroundWindow(HWND handle) {
     if (Find(handle) == nullptr) return 0;
     BringWindowToTop(handle);
-    SetActiveWindow(handle);
+    if (IsForeign(handle))
+        AddNews({kActivated, handle, {}});
+    else
+        SetActiveWindow(handle);
     return 1;
 }
 
@@ -90,7 +102,8 @@ HWND SetFocus(HWND handle) {
     Thread& thread = ThisThread();
     const HWND old = thread.focus;
     if (handle == old) return old;
-    if (handle != nullptr && (Find(handle) == nullptr || !CanTake(handle))) return nullptr;
+    if (handle != nullptr && (Find(handle) == nullptr || IsForeign(handle) || !CanTake(handle)))
+        return nullptr;
     if (handle != nullptr && TopOf(handle) != thread.active) {
         SetActiveWindow(TopOf(handle));
         if (thread.focus == handle || Find(handle) == nullptr) return old;

@@ -39,7 +39,7 @@ HWND TopWindowAt(POINT at) {
 }
 
 // The windows of one tree that lie under the point, the innermost first. A disabled child leaves
-// the mouse to its parent.
+// the mouse to its parent; what is in a disabled window is out of the mouse's reach.
 std::vector<HWND> WindowsAt(HWND top, POINT at) {
     const std::lock_guard guard(Lock());
     std::vector<HWND> found;
@@ -49,7 +49,7 @@ std::vector<HWND> WindowsAt(HWND top, POINT at) {
         const POINT origin = ClientOrigin(*window);
         const RECT client{origin.x, origin.y, origin.x + Width(window->client),
                           origin.y + Height(window->client)};
-        if (!PtInRect(&client, at)) break;
+        if ((window->style & WS_DISABLED) != 0 || !PtInRect(&client, at)) break;
         const POINT inside{at.x - origin.x, at.y - origin.y};
         const Window* child = window->firstChild;
         while (child != nullptr &&

@@ -1,5 +1,7 @@
 // What of windows is to be painted again.
 
+#include <brcore8/platform/posix/graphics_calls.h>
+
 #include <algorithm>
 
 #include "platform/posix/desktop/desktop.h"
@@ -43,11 +45,37 @@ void InvalidateBelow(Window& top, const RECT* rect, bool erase) {
     }
 }
 
+// The windows below it that have something to paint.
+void AddBelow(const Window& top, std::vector<HWND>& due) {
+    for (const Window* child = top.firstChild; child != nullptr; child = child->below) {
+        if (!IsRectEmpty(&child->update)) due.push_back(child->handle);
+        AddBelow(*child, due);
+    }
+}
+
+// Those of them that have something to paint do so now, parents first.
+void PaintNow(const std::vector<HWND>& windows) {
+    for (const HWND each : windows) {
+        const Window* const window = IsWindow(each) ? Find(each) : nullptr;
+        if (window != nullptr && !IsRectEmpty(&window->update) && IsShown(*window))
+            SendMessageA(each, WM_PAINT, 0, 0);
+    }
+}
+
 }  // namespace
 
-BOOL RedrawWindow(HWND handle, const RECT* rect, HRGN, UINT flags) {
+BOOL RedrawWindow(HWND handle, const RECT* rect, HRGN region, UINT flags) {
     Window* const window = handle != nullptr ? Find(handle) : &Root();
     if (window == nullptr) return 0;
+    RECT bounds;
+    if (region != nullptr) {
+        // What is to be painted is kept as a rectangle: of other regions that around them.
+        const int kind = GetRgnBox(region, &bounds);
+        if (kind == 0) return 0;
+        if (kind != SIMPLEREGION) flags &= ~UINT{RDW_VALIDATE};
+        rect = &bounds;
+    }
+    std::vector<HWND> due;
     {
         const std::lock_guard guard(Lock());
         const bool erase = (flags & RDW_ERASE) != 0;
@@ -59,8 +87,10 @@ BOOL RedrawWindow(HWND handle, const RECT* rect, HRGN, UINT flags) {
         if ((flags & RDW_INVALIDATE) != 0) Invalidate(*window, rect, erase);
         if ((flags & RDW_INVALIDATE) != 0 && (flags & RDW_FRAME) != 0) window->isFrameDue = true;
         if ((flags & RDW_INVALIDATE) != 0 && reachesChildren) InvalidateBelow(*window, rect, erase);
+        if ((flags & RDW_UPDATENOW) != 0) due.push_back(window->handle);
+        if ((flags & RDW_UPDATENOW) != 0 && reachesChildren) AddBelow(*window, due);
     }
-    if ((flags & RDW_UPDATENOW) != 0) UpdateWindow(handle);
+    PaintNow(due);
     return 1;
 }
 
@@ -74,11 +104,9 @@ BOOL ValidateRect(HWND window, const RECT* rect) {
     return RedrawWindow(window, rect, nullptr, RDW_VALIDATE);
 }
 
-BOOL UpdateWindow(HWND handle) {
-    const Window* const window = Find(handle);
-    if (window == nullptr) return 0;
-    if (!IsRectEmpty(&window->update) && IsShown(*window)) SendMessageA(handle, WM_PAINT, 0, 0);
-    return 1;
+BOOL UpdateWindow(HWND window) {
+    return Find(window) != nullptr &&
+           RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
 BOOL GetUpdateRect(HWND handle, RECT* rect, BOOL) {

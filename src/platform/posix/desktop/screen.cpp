@@ -18,9 +18,9 @@ namespace {
 class Listener final : public ScreenListener {
 public:
     void OnInput(const Input& input) override { AddInput(input); }
-    void OnPlace(HWND window, const RECT& rect) override { Add(window, {kPlaced, window, rect}); }
+    void OnPlace(HWND window, const RECT& rect) override { AddNews({kPlaced, window, rect}); }
     void OnActivate(HWND window, bool isActive) override {
-        Add(window, {isActive ? kActivated : kDeactivated, window, {}});
+        AddNews({isActive ? kActivated : kDeactivated, window, {}});
     }
     void OnClose(HWND window) override {
         if (IsWindow(window)) PostMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
@@ -30,21 +30,6 @@ public:
         Window* const found = Find(window);
         if (found == nullptr || found->thread == nullptr) return;
         found->isLost = true;
-        Wake(*found->thread);
-    }
-
-private:
-    static void Add(HWND window, const ScreenNews& news) {
-        const std::lock_guard guard(Lock());
-        const Window* const found = Find(window);
-        if (found == nullptr || found->thread == nullptr) return;
-        std::vector<ScreenNews>& list = found->thread->news;
-        // Of many sizes only the last matters.
-        if (!list.empty() && news.kind == kPlaced && list.back().kind == kPlaced &&
-            list.back().window == window)
-            list.back() = news;
-        else
-            list.push_back(news);
         Wake(*found->thread);
     }
 };
@@ -100,11 +85,12 @@ Screen* TheScreen() noexcept {
 
 void TellScreen(const Window& window) {
     Screen* const screen = TheScreen();
-    if (screen == nullptr || !IsTopLevel(window) || window.isDestroyed || &window == &Root())
+    if (screen == nullptr || !IsTopLevel(window) || window.isDestroyed ||
+        window.parent != &Root())
         return;
     WindowLook look;
     look.window = window.handle;
-    look.owner = window.owner != nullptr ? window.owner->handle : nullptr;
+    look.owner = window.owner;
     look.rect = window.rect;
     look.title = SUtf8FromUtf16(SUtf16FromText(window.text));
     look.isShown = (window.style & WS_VISIBLE) != 0;
@@ -115,8 +101,21 @@ void TellScreen(const Window& window) {
     screen->Show(look);
 }
 
+void AddNews(const ScreenNews& news) {
+    const std::lock_guard guard(Lock());
+    const Window* const found = Find(news.window);
+    if (found == nullptr || found->thread == nullptr) return;
+    std::vector<ScreenNews>& list = found->thread->news;
+    // Of many sizes only the last matters.
+    if (!list.empty() && news.kind == kPlaced && list.back().kind == kPlaced &&
+        list.back().window == news.window)
+        list.back() = news;
+    else
+        list.push_back(news);
+    Wake(*found->thread);
+}
+
 void HearScreen() {
-    if (!g_isOpen) return;
     Thread& thread = ThisThread();
     std::vector<ScreenNews> news;
     {

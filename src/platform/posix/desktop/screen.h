@@ -13,6 +13,8 @@
 
 namespace brcore8::desktop {
 
+struct ScreenNews;
+
 // Told by a thread of the screen's own, of what happens to the windows that it shows.
 class ScreenListener {
 public:
@@ -73,7 +75,10 @@ bool IsScreenWanted() noexcept;
 
 // The window's look changed: text, place, style, order. Nothing happens without a screen.
 void TellScreen(const Window& window);
-// Does with this thread's windows what the user did to them on the screen.
+// What happened to a window, for its thread to follow. Any thread.
+void AddNews(const ScreenNews& news);
+// Does with this thread's windows what the user did to them on the screen, and what other threads
+// ask for.
 void HearScreen();
 // Shows what was drawn on this thread's windows since the last time.
 void PresentWindows();

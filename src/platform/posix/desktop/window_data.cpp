@@ -12,8 +12,39 @@ using namespace brcore8::desktop;
 
 namespace {
 
+// Values in the window's own bytes are as wide as the call that asks.
+template <class Value>
+LONG_PTR ExchangeExtra(Window& window, int index, const LONG_PTR* value) {
+    const auto at = static_cast<std::size_t>(index);
+    if (index < 0 || at + sizeof(Value) > window.extra.size()) {
+        SetLastError(ERROR_INVALID_INDEX);
+        return 0;
+    }
+    Value old = 0;
+    std::memcpy(&old, window.extra.data() + at, sizeof old);
+    if (value != nullptr) {
+        const auto wanted = static_cast<Value>(*value);
+        std::memcpy(window.extra.data() + at, &wanted, sizeof wanted);
+    }
+    return old;
+}
+
+// False for an owner that the window holds itself, or that is held by too many.
+bool SetOwner(Window& window, HWND owner) noexcept {
+    if (!IsTopLevel(window)) return true;
+    const Window* const holder = owner != nullptr ? Find(owner) : nullptr;
+    if (IsHeldBy(holder, window) || DepthOf(holder) >= kDeepest) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return false;
+    }
+    window.owner = holder != nullptr && holder != &Root() ? owner : nullptr;
+    return true;
+}
+
 // A field's value, read and written; null for no field.
+template <class Value>
 LONG_PTR Exchange(Window& window, int index, const LONG_PTR* value) {
+    const std::lock_guard guard(Lock());
     const auto exchange = [value](auto& field) {
         const auto old = (LONG_PTR)field;
         if (value != nullptr) field = (std::remove_reference_t<decltype(field)>)*value;
@@ -33,42 +64,33 @@ LONG_PTR Exchange(Window& window, int index, const LONG_PTR* value) {
         case GWLP_USERDATA:
             return exchange(window.userData);
         case GWLP_HWNDPARENT: {
-            Window* const above = IsTopLevel(window) ? window.owner : window.parent;
-            const auto old = reinterpret_cast<LONG_PTR>(above != nullptr ? above->handle : nullptr);
-            if (value != nullptr && IsTopLevel(window))
-                window.owner = *value != 0 ? Find(reinterpret_cast<HWND>(*value)) : nullptr;
+            const Window* const holder = IsTopLevel(window) ? HolderOf(window) : window.parent;
+            const auto old =
+                reinterpret_cast<LONG_PTR>(holder != nullptr ? holder->handle : nullptr);
+            if (value != nullptr && !SetOwner(window, reinterpret_cast<HWND>(*value))) return 0;
             return old;
         }
         default:
-            break;
+            return ExchangeExtra<Value>(window, index, value);
     }
-    const auto at = static_cast<std::size_t>(index);
-    if (index < 0 || at + sizeof(LONG_PTR) > window.extra.size()) {
-        SetLastError(ERROR_INVALID_INDEX);
-        return 0;
-    }
-    LONG_PTR old = 0;
-    std::memcpy(&old, window.extra.data() + at, sizeof old);
-    if (value != nullptr) std::memcpy(window.extra.data() + at, value, sizeof *value);
-    return old;
 }
 
-}  // namespace
-
-LONG_PTR GetWindowLongPtrA(HWND handle, int index) noexcept {
+template <class Value>
+LONG_PTR Get(HWND handle, int index) noexcept {
     Window* const window = Find(handle);
-    return window != nullptr ? Exchange(*window, index, nullptr) : 0;
+    return window != nullptr ? Exchange<Value>(*window, index, nullptr) : 0;
 }
 
-LONG_PTR SetWindowLongPtrA(HWND handle, int index, LONG_PTR value) {
+template <class Value>
+LONG_PTR Set(HWND handle, int index, LONG_PTR value) {
     Window* window = Find(handle);
     if (window == nullptr) return 0;
-    if (index != GWL_STYLE && index != GWL_EXSTYLE) return Exchange(*window, index, &value);
+    if (index != GWL_STYLE && index != GWL_EXSTYLE) return Exchange<Value>(*window, index, &value);
     // Whether it is shown is ShowWindow's alone.
     struct {
         DWORD styleOld;
         DWORD styleNew;
-    } change{static_cast<DWORD>(Exchange(*window, index, nullptr)), static_cast<DWORD>(value)};
+    } change{index == GWL_STYLE ? window->style : window->exStyle, static_cast<DWORD>(value)};
     SendMessageA(handle, WM_STYLECHANGING, static_cast<WPARAM>(index),
                  reinterpret_cast<LPARAM>(&change));
     window = Find(handle);
@@ -76,18 +98,28 @@ LONG_PTR SetWindowLongPtrA(HWND handle, int index, LONG_PTR value) {
     if (index == GWL_STYLE)
         change.styleNew = (change.styleNew & ~DWORD{WS_VISIBLE}) | (window->style & WS_VISIBLE);
     const LONG_PTR wanted = change.styleNew;
-    const LONG_PTR old = Exchange(*window, index, &wanted);
+    const LONG_PTR old = Exchange<Value>(*window, index, &wanted);
     SendMessageA(handle, WM_STYLECHANGED, static_cast<WPARAM>(index),
                  reinterpret_cast<LPARAM>(&change));
     return old;
 }
 
+}  // namespace
+
+LONG_PTR GetWindowLongPtrA(HWND window, int index) noexcept {
+    return Get<LONG_PTR>(window, index);
+}
+
+LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value) {
+    return Set<LONG_PTR>(window, index, value);
+}
+
 LONG GetWindowLongA(HWND window, int index) noexcept {
-    return static_cast<LONG>(GetWindowLongPtrA(window, index));
+    return static_cast<LONG>(Get<LONG>(window, index));
 }
 
 LONG SetWindowLongA(HWND window, int index, LONG value) {
-    return static_cast<LONG>(SetWindowLongPtrA(window, index, value));
+    return static_cast<LONG>(Set<LONG>(window, index, value));
 }
 
 int GetClassNameA(HWND handle, char* name, int size) noexcept {

@@ -33,8 +33,8 @@ void TellSize(HWND handle) {
     if (window == nullptr) return;
     window->wasSized = true;
     const RECT client = window->client;
-    Call(handle, WM_SIZE, SizeKind(*window), MAKELPARAM(Width(client), Height(client)));
-    Call(handle, WM_MOVE, 0, MAKELPARAM(client.left, client.top));
+    SendMessageA(handle, WM_SIZE, SizeKind(*window), MAKELPARAM(Width(client), Height(client)));
+    SendMessageA(handle, WM_MOVE, 0, MAKELPARAM(client.left, client.top));
 }
 
 }  // namespace brcore8::desktop
@@ -42,13 +42,10 @@ void TellSize(HWND handle) {
 namespace {
 
 RECT PlaceOf(const WINDOWPOS& pos, const RECT& old) noexcept {
-    RECT place = old;
-    if ((pos.flags & SWP_NOSIZE) == 0) {
-        place.right = place.left + std::max(pos.cx, 0);
-        place.bottom = place.top + std::max(pos.cy, 0);
-    }
-    if ((pos.flags & SWP_NOMOVE) == 0) OffsetRect(&place, pos.x - old.left, pos.y - old.top);
-    return place;
+    const bool moves = (pos.flags & SWP_NOMOVE) == 0;
+    const bool sizes = (pos.flags & SWP_NOSIZE) == 0;
+    return PlaceAt(moves ? pos.x : old.left, moves ? pos.y : old.top, sizes ? pos.cx : Width(old),
+                   sizes ? pos.cy : Height(old));
 }
 
 // Puts the window where `after` says: a sibling, or one of the ends.
@@ -162,6 +159,20 @@ void Resize(Window& window, int how) {
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+// Who is active once this window is not: its owner, or the topmost window of the thread that can.
+HWND NextActive(HWND handle) {
+    const std::lock_guard guard(Lock());
+    const auto canBe = [handle](const Window& window) {
+        return window.thread == &ThisThread() && window.handle != handle && !window.isDestroyed &&
+               (window.style & (WS_VISIBLE | WS_DISABLED | WS_MINIMIZE)) == WS_VISIBLE;
+    };
+    const HWND owner = GetWindow(handle, GW_OWNER);
+    if (owner != nullptr && canBe(*Find(owner))) return owner;
+    for (const Window* top = Root().firstChild; top != nullptr; top = top->below)
+        if (canBe(*top)) return top->handle;
+    return nullptr;
+}
+
 }  // namespace
 
 BOOL ShowWindow(HWND handle, int how) {
@@ -171,7 +182,7 @@ BOOL ShowWindow(HWND handle, int how) {
     const bool isShowing = how != SW_HIDE;
     if (how == SW_SHOWDEFAULT) how = SW_SHOWNORMAL;
     if (isShowing != wasVisible) {
-        Call(handle, WM_SHOWWINDOW, isShowing, 0);
+        SendMessageA(handle, WM_SHOWWINDOW, isShowing, 0);
         if ((window = Find(handle)) == nullptr) return wasVisible;
     }
     Resize(*window, how);
@@ -188,13 +199,7 @@ BOOL ShowWindow(HWND handle, int how) {
     if (isShowing) return wasVisible;
     // A hidden window keeps neither focus nor activation.
     if (GetFocus() == handle || IsChild(handle, GetFocus())) SetFocus(GetParent(handle));
-    if (GetActiveWindow() == handle) {
-        HWND next = GetWindow(handle, GW_OWNER);
-        for (HWND top = GetTopWindow(nullptr); next == nullptr && top != nullptr;
-             top = GetWindow(top, GW_HWNDNEXT))
-            if (top != handle && IsWindowVisible(top)) next = top;
-        SetActiveWindow(next);
-    }
+    if (GetActiveWindow() == handle) SetActiveWindow(NextActive(handle));
     return wasVisible;
 }
 
@@ -212,13 +217,13 @@ BOOL IsZoomed(HWND handle) noexcept {
 }
 
 BOOL EnableWindow(HWND handle, BOOL enable) {
-    Window* const window = Find(handle);
+    Window* window = Find(handle);
     if (window == nullptr) return 0;
     const bool wasDisabled = (window->style & WS_DISABLED) != 0;
     if (wasDisabled != (enable != 0)) return wasDisabled;
     if (!enable) SendMessageA(handle, WM_CANCELMODE, 0, 0);
-    if (Find(handle) == nullptr) return wasDisabled;
-    window->style ^= WS_DISABLED;
+    if ((window = Find(handle)) == nullptr) return wasDisabled;
+    window->style = (window->style & ~DWORD{WS_DISABLED}) | (enable ? 0 : WS_DISABLED);
     if (!enable && GetFocus() == handle) SetFocus(nullptr);
     SendMessageA(handle, WM_ENABLE, enable != 0, 0);
     return wasDisabled;

@@ -3,9 +3,37 @@
 #include <algorithm>
 
 #include "platform/posix/desktop/desktop.h"
+#include "platform/posix/desktop/screen.h"
 #include "platform/posix/desktop/thread.h"
 
 namespace brcore8::desktop {
+
+RECT PlaceAt(int x, int y, int width, int height) noexcept {
+    x = std::clamp<int>(x, INT16_MIN, INT16_MAX);
+    y = std::clamp<int>(y, INT16_MIN, INT16_MAX);
+    return {x, y, x + std::clamp<int>(width, 0, INT16_MAX),
+            y + std::clamp<int>(height, 0, INT16_MAX)};
+}
+
+Window* HolderOf(const Window& window) noexcept {
+    if (window.parent != nullptr && window.parent != &Root()) return window.parent;
+    return IsWindow(window.owner) ? Find(window.owner) : nullptr;
+}
+
+int DepthOf(const Window* window) noexcept {
+    const std::lock_guard guard(Lock());
+    int depth = 0;
+    for (; window != nullptr; window = HolderOf(*window))
+        ++depth;
+    return depth;
+}
+
+bool IsHeldBy(const Window* held, const Window& window) noexcept {
+    const std::lock_guard guard(Lock());
+    while (held != nullptr && held != &window)
+        held = HolderOf(*held);
+    return held != nullptr;
+}
 
 void Unlink(Window& window) noexcept {
     if (window.above != nullptr)
@@ -59,11 +87,12 @@ HWND HandleOf(const Window* window) noexcept {
 // The parent of a child, the owner of a popup; an overlapped window has none.
 Window* ParentOf(const Window& window) noexcept {
     if (!IsTopLevel(window)) return window.parent;
-    return (window.style & WS_POPUP) != 0 ? window.owner : nullptr;
+    return (window.style & WS_POPUP) != 0 ? HolderOf(window) : nullptr;
 }
 
 // The windows below a window, each before its own children.
 std::vector<HWND> Descendants(const Window& top) {
+    const std::lock_guard guard(Lock());
     std::vector<HWND> handles;
     const Window* at = top.firstChild;
     while (at != nullptr) {
@@ -92,36 +121,65 @@ HWND GetDesktopWindow() noexcept {
 }
 
 HWND GetParent(HWND handle) noexcept {
+    const std::lock_guard guard(Lock());
     const Window* const window = Find(handle);
     return window != nullptr ? HandleOf(ParentOf(*window)) : nullptr;
 }
 
-HWND SetParent(HWND handle, HWND parentHandle) {
+namespace {
+
+// How deep the windows below this one nest.
+int HeightOf(const Window& top) {
+    int deepest = 0;
+    for (const HWND handle : Descendants(top))
+        deepest = std::max(deepest, DepthOf(Find(handle)));
+    return deepest > 0 ? deepest - DepthOf(&top) : 0;
+}
+
+bool CanHold(const Window& parent, const Window& window) {
+    return !parent.isLeaving && !IsHeldBy(&parent, window) &&
+           DepthOf(&parent) + 1 + HeightOf(window) <= kDeepest;
+}
+
+// Moves the window to its new parent, and answers the old one; null where it cannot be there.
+HWND Move(HWND handle, HWND parentHandle) {
+    const std::lock_guard guard(Lock());
     Window* const window = Find(handle);
-    Window* const parent = parentHandle != nullptr ? Find(parentHandle) : &Root();
+    Window* const parent = Find(parentHandle);
     if (window == nullptr || parent == nullptr) return nullptr;
-    for (const Window* at = parent; at != nullptr; at = at->parent) {
-        if (at == window) {
-            SetLastError(ERROR_INVALID_PARAMETER);
-            return nullptr;
-        }
+    if (window == &Root() || !CanHold(*parent, *window)) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return nullptr;
     }
     const HWND old = HandleOf(window->parent);
-    const bool wasVisible = (window->style & WS_VISIBLE) != 0;
-    if (wasVisible) ShowWindow(handle, SW_HIDE);
-    if (!IsWindow(handle) || Find(HandleOf(parent)) == nullptr) return nullptr;
+    if (parent != &Root()) window->owner = nullptr;
     Unlink(*window);
     Link(*window, *parent, nullptr);
+    return old;
+}
+
+}  // namespace
+
+HWND SetParent(HWND handle, HWND parent) {
+    const Window* const window = Find(handle);
+    if (parent == nullptr) parent = GetDesktopWindow();
+    if (window == nullptr || Find(parent) == nullptr) return nullptr;
+    const bool wasVisible = (window->style & WS_VISIBLE) != 0;
+    if (wasVisible) ShowWindow(handle, SW_HIDE);
+    const HWND old = Move(handle, parent);
+    Screen* const screen = TheScreen();
+    if (old != nullptr && screen != nullptr && parent != GetDesktopWindow()) screen->Remove(handle);
     if (wasVisible) ShowWindow(handle, SW_SHOWNA);
     return old;
 }
 
 HWND GetAncestor(HWND handle, UINT which) noexcept {
+    const std::lock_guard guard(Lock());
     const Window* window = Find(handle);
     if (window == nullptr || window == &Root()) return nullptr;
     if (which == GA_PARENT) return HandleOf(window->parent);
     for (;;) {
-        while (!IsTopLevel(*window) && window->parent != &Root())
+        while (!IsTopLevel(*window) && window->parent != nullptr && window->parent != &Root())
             window = window->parent;
         const Window* const owner = which == GA_ROOTOWNER ? ParentOf(*window) : nullptr;
         if (owner == nullptr) return window->handle;
@@ -130,6 +188,7 @@ HWND GetAncestor(HWND handle, UINT which) noexcept {
 }
 
 HWND GetWindow(HWND handle, UINT which) noexcept {
+    const std::lock_guard guard(Lock());
     const Window* const window = Find(handle);
     if (window == nullptr) return nullptr;
     const Window* answer = nullptr;
@@ -144,7 +203,7 @@ HWND GetWindow(HWND handle, UINT which) noexcept {
             answer = window->firstChild;
             break;
         case GW_OWNER:
-            answer = window->owner;
+            answer = window->parent == &Root() ? HolderOf(*window) : nullptr;
             break;
         case GW_HWNDFIRST:
             answer = window->parent != nullptr ? window->parent->firstChild : window;
@@ -164,6 +223,7 @@ HWND GetTopWindow(HWND parent) noexcept {
 }
 
 BOOL IsChild(HWND parent, HWND handle) noexcept {
+    const std::lock_guard guard(Lock());
     const Window* window = Find(handle);
     while (window != nullptr && !IsTopLevel(*window)) {
         window = window->parent;
@@ -179,12 +239,16 @@ BOOL EnumChildWindows(HWND parent, WNDENUMPROC visit, LPARAM param) {
 
 BOOL EnumThreadWindows(DWORD thread, WNDENUMPROC visit, LPARAM param) {
     std::vector<HWND> handles;
-    for (const Window* at = Root().firstChild; at != nullptr; at = at->below)
-        if (at->thread->id == thread) handles.push_back(at->handle);
+    {
+        const std::lock_guard guard(Lock());
+        for (const Window* at = Root().firstChild; at != nullptr; at = at->below)
+            if (at->thread->id == thread) handles.push_back(at->handle);
+    }
     return VisitAll(handles, visit, param);
 }
 
 HWND FindWindowA(const char* className, const char* text) {
+    const std::lock_guard guard(Lock());
     for (const Window* at = Root().firstChild; at != nullptr; at = at->below) {
         if (className != nullptr &&
             FindClass(at->windowClass->info.hInstance, className) != at->windowClass)
@@ -195,12 +259,10 @@ HWND FindWindowA(const char* className, const char* text) {
 }
 
 HWND WindowFromPoint(POINT point) {
+    const std::lock_guard guard(Lock());
     const Window* at = &Root();
+    POINT inside = point;
     for (;;) {
-        POINT inside = point;
-        const POINT origin = ClientOrigin(*at);
-        inside.x -= origin.x;
-        inside.y -= origin.y;
         const Window* child = at->firstChild;
         while (child != nullptr &&
                ((child->style & WS_VISIBLE) == 0 || (child->style & WS_DISABLED) != 0 ||
@@ -208,6 +270,8 @@ HWND WindowFromPoint(POINT point) {
             child = child->below;
         if (child == nullptr) return at->handle;
         at = child;
+        inside.x -= at->client.left;
+        inside.y -= at->client.top;
     }
 }
 
