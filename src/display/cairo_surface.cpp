@@ -186,18 +186,17 @@ void CairoSurface::Ellipse(Clip clip, const RECT& whole, const Stroke* outline,
 void CairoSurface::Text(Clip clip, POINT at, const LOGFONTA& font, std::string_view text,
                         COLORREF color) {
     at = Reachable(at);
-    PangoLayout* const layout = NewLayout(font, text);
+    const Layout layout(font, text);
     PangoRectangle ink;
     PangoRectangle box;
-    pango_layout_get_pixel_extents(layout, &ink, &box);
+    pango_layout_get_pixel_extents(layout.Get(), &ink, &box);
     // Edges may be drawn a pixel further out.
     Prepare(clip, {at.x + std::min(ink.x, box.x) - 2, at.y + std::min(ink.y, box.y) - 2,
                    at.x + std::max(ink.x + ink.width, box.x + box.width) + 2,
                    at.y + std::max(ink.y + ink.height, box.y + box.height) + 2});
     SetColor(cairo_, color);
     cairo_move_to(cairo_, at.x, at.y);
-    pango_cairo_show_layout(cairo_, layout);
-    g_object_unref(layout);
+    pango_cairo_show_layout(cairo_, layout.Get());
 }
 
 void CairoSurface::Copy(Clip clip, POINT to, const Surface& from, const RECT& whole,

@@ -6,6 +6,7 @@
 #include <pango/pangocairo.h>
 
 #include <memory>
+#include <mutex>
 
 #include "platform/posix/desktop/display.h"
 
@@ -52,8 +53,20 @@ private:
     cairo_t* cairo_;
 };
 
-// A layout of the text in the font, the caller's.
-PangoLayout* NewLayout(const LOGFONTA& font, std::string_view text);
+// A layout of the text in the font. Others wait meanwhile: all layouts share their fonts, which are
+// one thread's at a time.
+class Layout {
+public:
+    Layout(const LOGFONTA& font, std::string_view text);
+    ~Layout();
+    Layout(const Layout&) = delete;
+    Layout& operator=(const Layout&) = delete;
+    PangoLayout* Get() const noexcept { return layout_; }
+
+private:
+    std::lock_guard<std::mutex> guard_;
+    PangoLayout* layout_;
+};
 
 }  // namespace brcore8::desktop
 

@@ -7,12 +7,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <mutex>
 
 namespace brcore8::desktop {
 
 namespace {
 
-// One context for all layouts: texts on every surface are as large as on any other.
+// Of the context and its fonts.
+std::mutex& FontLock() noexcept {
+    static constinit std::mutex lock;
+    return lock;
+}
+
+// One context for all layouts: texts on every surface are as large as on any other. Under its lock.
 PangoContext* LayoutContext() {
     static PangoContext* const context = [] {
         PangoFontMap* const fonts = pango_cairo_font_map_new();
@@ -55,17 +62,14 @@ public:
     std::unique_ptr<Surface> ReadPng(const char* path) override { return CairoSurface::Read(path); }
     Screen* OpenScreen(ScreenListener& listener) override { return OpenXScreen(listener); }
     SIZE MeasureText(const LOGFONTA& font, std::string_view text) override {
-        PangoLayout* const layout = NewLayout(font, text);
-        SIZE size{};
+        const Layout layout(font, text);
         int width = 0;
         int height = 0;
-        pango_layout_get_pixel_size(layout, &width, &height);
-        size.cx = width;
-        size.cy = height;
-        g_object_unref(layout);
-        return size;
+        pango_layout_get_pixel_size(layout.Get(), &width, &height);
+        return {width, height};
     }
     FontMeasure MeasureFont(const LOGFONTA& font) override {
+        const std::lock_guard guard(FontLock());
         PangoFontDescription* const description = Describe(font);
         PangoFontMetrics* const metrics =
             pango_context_get_metrics(LayoutContext(), description, nullptr);
@@ -81,23 +85,26 @@ public:
 
 }  // namespace
 
-PangoLayout* NewLayout(const LOGFONTA& font, std::string_view text) {
-    PangoLayout* const layout = pango_layout_new(LayoutContext());
+Layout::Layout(const LOGFONTA& font, std::string_view text)
+    : guard_(FontLock()), layout_(pango_layout_new(LayoutContext())) {
     PangoFontDescription* const description = Describe(font);
-    pango_layout_set_font_description(layout, description);
+    pango_layout_set_font_description(layout_, description);
     pango_font_description_free(description);
-    pango_layout_set_single_paragraph_mode(layout, TRUE);
-    pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
+    pango_layout_set_single_paragraph_mode(layout_, TRUE);
+    pango_layout_set_text(layout_, text.data(), static_cast<int>(text.size()));
     if (font.lfUnderline || font.lfStrikeOut) {
         PangoAttrList* const attributes = pango_attr_list_new();
         if (font.lfUnderline)
             pango_attr_list_insert(attributes, pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
         if (font.lfStrikeOut)
             pango_attr_list_insert(attributes, pango_attr_strikethrough_new(TRUE));
-        pango_layout_set_attributes(layout, attributes);
+        pango_layout_set_attributes(layout_, attributes);
         pango_attr_list_unref(attributes);
     }
-    return layout;
+}
+
+Layout::~Layout() {
+    g_object_unref(layout_);
 }
 
 }  // namespace brcore8::desktop
