@@ -165,7 +165,10 @@ void XScreen::TakeRequest(const xcb_selection_request_event_t& event) {
                             utf8_, 8, static_cast<std::uint32_t>(offered_.size()), offered_.data());
     else
         answer.property = XCB_NONE;
-    xcb_send_event(connection_, 0, event.requestor, 0, reinterpret_cast<const char*>(&answer));
+    // Every event has this size on its way, though not each one's structure.
+    char sent[32] = {};
+    std::memcpy(sent, &answer, sizeof answer);
+    xcb_send_event(connection_, 0, event.requestor, 0, sent);
     xcb_flush(connection_);
 }
 

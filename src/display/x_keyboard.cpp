@@ -166,11 +166,17 @@ void XKeyboard::Reload() {
                                    ? xkb_x11_keymap_new_from_device(context_, connection_, device,
                                                                     XKB_KEYMAP_COMPILE_NO_FLAGS)
                                    : nullptr;
-    if (keymap == nullptr) return;
+    xkb_state* const state =
+        keymap != nullptr ? xkb_x11_state_new_from_device(keymap, connection_, device) : nullptr;
+    // A layout that cannot be read leaves the one before.
+    if (state == nullptr) {
+        xkb_keymap_unref(keymap);
+        return;
+    }
     xkb_state_unref(state_);
     xkb_keymap_unref(keymap_);
     keymap_ = keymap;
-    state_ = xkb_x11_state_new_from_device(keymap_, connection_, device);
+    state_ = state;
 }
 
 // Dead keys join with the next one.

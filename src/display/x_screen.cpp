@@ -223,10 +223,13 @@ void XScreen::Present(HWND window, Surface& surface, bool isWhole) {
     if (part.left >= part.right || part.top >= part.bottom) return;
     const Guard guard(lock_);
     const XWindow* const found = Find(window);
-    if (found == nullptr) return;
+    // A request has its largest size, in units of four bytes; its head takes some of it. Without a
+    // server there is none.
+    constexpr std::size_t kHead = 256;
+    const std::size_t largest = std::size_t{xcb_get_maximum_request_length(connection_)} * 4;
+    if (found == nullptr || largest <= kHead || xcb_connection_has_error(connection_) != 0) return;
     const std::size_t stride = static_cast<std::size_t>(part.right - part.left) * 4;
-    // A request has its largest size, in units of four bytes; its head takes some of it.
-    const std::size_t room = std::size_t{xcb_get_maximum_request_length(connection_)} * 4 - 256;
+    const std::size_t room = largest - kHead;
     const LONG most = static_cast<LONG>(std::max<std::size_t>(room / stride, 1));
     for (LONG top = part.top; top < part.bottom; top += most) {
         const LONG count = std::min(most, part.bottom - top);
