@@ -22,8 +22,10 @@ constexpr std::uint32_t kEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUC
 constexpr std::uint16_t kPointerEvents =
     XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
 
-std::uint16_t Extent(LONG size) noexcept {
-    return static_cast<std::uint16_t>(std::clamp<LONG>(size, 1, 32767));
+// As large as a window of the server may be.
+std::uint16_t Extent(LONG begin, LONG end) noexcept {
+    return static_cast<std::uint16_t>(
+        std::clamp<std::int64_t>(std::int64_t{end} - begin, 1, 32767));
 }
 
 }  // namespace
@@ -120,7 +122,7 @@ XWindow& XScreen::Make(const WindowLook& look) {
     xcb_create_window(
         connection_, XCB_COPY_FROM_PARENT, made.id, screen_->root,
         static_cast<std::int16_t>(look.rect.left), static_cast<std::int16_t>(look.rect.top),
-        Extent(look.rect.right - look.rect.left), Extent(look.rect.bottom - look.rect.top), 0,
+        Extent(look.rect.left, look.rect.right), Extent(look.rect.top, look.rect.bottom), 0,
         XCB_WINDOW_CLASS_INPUT_OUTPUT, screen_->root_visual,
         XCB_CW_BIT_GRAVITY | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
     xcb_icccm_set_wm_protocols(connection_, made.id, protocols_, 1, &deleteWindow_);
@@ -142,8 +144,8 @@ void XScreen::SetTitle(XWindow& window, const std::string& title) {
 
 void XScreen::SetHints(const XWindow& window, const WindowLook& look) {
     xcb_size_hints_t hints{};
-    const int width = Extent(look.rect.right - look.rect.left);
-    const int height = Extent(look.rect.bottom - look.rect.top);
+    const int width = Extent(look.rect.left, look.rect.right);
+    const int height = Extent(look.rect.top, look.rect.bottom);
     xcb_icccm_size_hints_set_position(&hints, 1, look.rect.left, look.rect.top);
     xcb_icccm_size_hints_set_size(&hints, 1, width, height);
     if (!look.isSizable) {
@@ -167,7 +169,7 @@ void XScreen::Show(const WindowLook& look) {
         window->rect = to;
         const std::uint32_t values[] = {static_cast<std::uint32_t>(to.left),
                                         static_cast<std::uint32_t>(to.top),
-                                        Extent(to.right - to.left), Extent(to.bottom - to.top)};
+                                        Extent(to.left, to.right), Extent(to.top, to.bottom)};
         xcb_configure_window(connection_, window->id,
                              XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
                                  XCB_CONFIG_WINDOW_HEIGHT,

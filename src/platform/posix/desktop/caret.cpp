@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "platform/posix/desktop/device.h"
 #include "platform/posix/desktop/thread.h"
 
 using namespace brcore8::desktop;
@@ -18,8 +19,7 @@ constexpr UINT_PTR kCaretTimer = 0xFFFF;
 // Inverts the caret's block; twice is as if it had never been.
 void Flip(Caret& caret) {
     const HDC dc = GetDC(caret.window);
-    const RECT block{caret.at.x, caret.at.y, caret.at.x + caret.size.cx,
-                     caret.at.y + caret.size.cy};
+    const RECT block = AreaOf(caret.at.x, caret.at.y, caret.size.cx, caret.size.cy);
     InvertRect(dc, &block);
     ReleaseDC(caret.window, dc);
     caret.isPainted = !caret.isPainted;

@@ -11,6 +11,7 @@
 #include "platform/posix/bitmap_object.h"
 #include "platform/posix/desktop/desktop.h"
 #include "platform/posix/desktop/input.h"
+#include "platform/posix/desktop/sums.h"
 
 namespace brcore8::desktop {
 
@@ -129,13 +130,14 @@ RECT AreaOf(int x, int y, int width, int height) noexcept {
 
 // No surface reaches so far, and sums of such places and the sizes of what is drawn there do not
 // run over.
-static LONG OnAxis(LONG at, LONG origin) noexcept {
+static LONG OnAxis(LONG at, LONG origin, LONG viewport) noexcept {
     constexpr std::int64_t far = 1 << 28;
-    return static_cast<LONG>(std::clamp(std::int64_t{at} + origin, -far, far));
+    return static_cast<LONG>(std::clamp(std::int64_t{at} + origin + viewport, -far, far));
 }
 
 POINT OnSurface(const Device& device, POINT point) noexcept {
-    return {OnAxis(point.x, device.origin.x), OnAxis(point.y, device.origin.y)};
+    return {OnAxis(point.x, device.origin.x, device.viewport.x),
+            OnAxis(point.y, device.origin.y, device.viewport.y)};
 }
 
 RECT OnSurface(const Device& device, const RECT& rect) noexcept {
@@ -295,8 +297,8 @@ int ExcludeClipRect(HDC context, int left, int top, int right, int bottom) noexc
 int GetClipBox(HDC context, RECT* box) noexcept {
     const Device* const device = DeviceOf(context);
     if (device == nullptr) return 0;
-    *box = BoxOf(device->clip);
-    OffsetRect(box, -device->origin.x, -device->origin.y);
+    *box = Moved(BoxOf(device->clip), -std::int64_t{device->origin.x} - device->viewport.x,
+                 -std::int64_t{device->origin.y} - device->viewport.y);
     return KindOf(device->clip);
 }
 
@@ -304,8 +306,6 @@ BOOL SetViewportOrgEx(HDC context, int x, int y, POINT* old) noexcept {
     Device* const device = DeviceOf(context);
     if (device == nullptr) return 0;
     if (old != nullptr) *old = device->viewport;
-    device->origin.x += x - device->viewport.x;
-    device->origin.y += y - device->viewport.y;
     device->viewport = {x, y};
     return 1;
 }

@@ -34,8 +34,8 @@ struct Pen : GdiObject {
 struct DeviceState {
     Region visible;    // of the surface, what the platform lets the program paint
     Region clip;       // of that, what the program lets itself
-    POINT origin{};    // of the coordinates, on the surface
-    POINT viewport{};  // how far the program moved the origin
+    POINT origin{};    // of the coordinates, on the surface, as long as the program leaves it
+    POINT viewport{};  // how far the program moved it
     POINT at{};
     COLORREF textColor = 0;
     COLORREF backColor = 0xFFFFFF;

@@ -10,6 +10,7 @@
 #include "platform/posix/desktop/desktop.h"
 #include "platform/posix/desktop/device.h"
 #include "platform/posix/desktop/scale.h"
+#include "platform/posix/desktop/sums.h"
 #include "platform/posix/fonts.h"
 
 using namespace brcore8::desktop;
@@ -169,10 +170,10 @@ int FillRect(HDC context, const RECT* rect, HBRUSH brush) noexcept {
 }
 
 int FrameRect(HDC context, const RECT* rect, HBRUSH brush) noexcept {
-    const RECT sides[] = {{rect->left, rect->top, rect->right, rect->top + 1},
-                          {rect->left, rect->bottom - 1, rect->right, rect->bottom},
-                          {rect->left, rect->top, rect->left + 1, rect->bottom},
-                          {rect->right - 1, rect->top, rect->right, rect->bottom}};
+    const RECT sides[] = {{rect->left, rect->top, rect->right, Sum(rect->top, 1)},
+                          {rect->left, Sum(rect->bottom, -1), rect->right, rect->bottom},
+                          {rect->left, rect->top, Sum(rect->left, 1), rect->bottom},
+                          {Sum(rect->right, -1), rect->top, rect->right, rect->bottom}};
     for (const RECT& side : sides)
         if (!FillRect(context, &side, brush)) return 0;
     return 1;
@@ -260,10 +261,11 @@ BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, in
 BOOL DrawEdge(HDC context, RECT* rect, UINT edge, UINT) noexcept {
     const auto ring = [&](int light, int dark) {
         const RECT& r = *rect;
-        const RECT sides[] = {{r.left, r.top, r.right - 1, r.top + 1},
-                              {r.left, r.top, r.left + 1, r.bottom - 1},
-                              {r.left, r.bottom - 1, r.right, r.bottom},
-                              {r.right - 1, r.top, r.right, r.bottom}};
+        const LONG right = Sum(r.right, -1), bottom = Sum(r.bottom, -1);
+        const RECT sides[] = {{r.left, r.top, right, Sum(r.top, 1)},
+                              {r.left, r.top, Sum(r.left, 1), bottom},
+                              {r.left, bottom, r.right, r.bottom},
+                              {right, r.top, r.right, r.bottom}};
         for (int i = 0; i < 4; ++i)
             FillRect(context, &sides[i], GetSysColorBrush(i < 2 ? light : dark));
         InflateRect(rect, -1, -1);

@@ -7,6 +7,7 @@
 
 #include "platform/posix/desktop/recording.h"
 #include "platform/posix/desktop/screen.h"
+#include "platform/posix/desktop/sums.h"
 #include "platform/posix/desktop/thread.h"
 
 namespace brcore8::desktop {
@@ -128,7 +129,7 @@ void AddMouse(const MOUSEINPUT& mouse) {
         if ((mouse.dwFlags & MOUSEEVENTF_ABSOLUTE) != 0)
             at = {PixelOf(mouse.dx, SM_CXSCREEN), PixelOf(mouse.dy, SM_CYSCREEN)};
         else
-            at = {at.x + mouse.dx, at.y + mouse.dy};
+            at = {Sum(at.x, mouse.dx), Sum(at.y, mouse.dy)};
         at.x = std::clamp<LONG>(at.x, 0, GetSystemMetrics(SM_CXSCREEN) - 1);
         at.y = std::clamp<LONG>(at.y, 0, GetSystemMetrics(SM_CYSCREEN) - 1);
     }

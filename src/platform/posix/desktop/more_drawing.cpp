@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "platform/posix/desktop/device.h"
+#include "platform/posix/desktop/sums.h"
 
 using namespace brcore8::desktop;
 
@@ -83,7 +84,7 @@ BOOL GetViewportOrgEx(HDC context, POINT* point) noexcept {
 BOOL OffsetViewportOrgEx(HDC context, int dx, int dy, POINT* old) noexcept {
     POINT now;
     return GetViewportOrgEx(context, &now) &&
-           SetViewportOrgEx(context, now.x + dx, now.y + dy, old);
+           SetViewportOrgEx(context, Sum(now.x, dx), Sum(now.y, dy), old);
 }
 
 BOOL Polyline(HDC context, const POINT* points, int count) noexcept {
@@ -128,8 +129,8 @@ BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX
     if (width == fromWidth && height == fromHeight)
         return BitBlt(to, x, y, width, height, from, fromX, fromY, operation);
     const auto pixelAt = [&](int column, int row) {
-        const POINT at{fromX + static_cast<int>(std::int64_t{column} * fromWidth / width),
-                       fromY + static_cast<int>(std::int64_t{row} * fromHeight / height)};
+        const POINT at{Sum(fromX, std::int64_t{column} * fromWidth / width),
+                       Sum(fromY, std::int64_t{row} * fromHeight / height)};
         return source->surface->GetPixel(OnSurface(*source, at));
     };
     // Only what shows is looked at, however large it is asked to be.

@@ -1,17 +1,12 @@
-// Sums with rectangles, which saturate: a program may pass any.
-
-#include <algorithm>
+// Rectangles.
 
 #include <brcore8/platform/posix/window_calls.h>
 
-namespace {
+#include <algorithm>
 
-LONG Sum(LONG value, int delta) noexcept {
-    const std::int64_t sum = std::int64_t{value} + delta;
-    return static_cast<LONG>(std::clamp<std::int64_t>(sum, INT32_MIN, INT32_MAX));
-}
+#include "platform/posix/desktop/sums.h"
 
-}  // namespace
+using namespace brcore8::desktop;
 
 BOOL SetRect(RECT* rect, int left, int top, int right, int bottom) noexcept {
     *rect = {left, top, right, bottom};
@@ -32,13 +27,13 @@ BOOL EqualRect(const RECT* a, const RECT* b) noexcept {
 }
 
 BOOL OffsetRect(RECT* rect, int dx, int dy) noexcept {
-    *rect = {Sum(rect->left, dx), Sum(rect->top, dy), Sum(rect->right, dx), Sum(rect->bottom, dy)};
+    *rect = Moved(*rect, dx, dy);
     return 1;
 }
 
 BOOL InflateRect(RECT* rect, int dx, int dy) noexcept {
-    *rect = {Sum(rect->left, -dx), Sum(rect->top, -dy), Sum(rect->right, dx),
-             Sum(rect->bottom, dy)};
+    *rect = {Sum(rect->left, -std::int64_t{dx}), Sum(rect->top, -std::int64_t{dy}),
+             Sum(rect->right, dx), Sum(rect->bottom, dy)};
     return 1;
 }
 

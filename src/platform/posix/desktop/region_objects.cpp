@@ -69,7 +69,7 @@ int Guarded(Call call) noexcept {
 // A region of the context's own coordinates on its surface.
 Region OnSurface(const Device& device, Region region) {
     for (RECT& part : region)
-        OffsetRect(&part, device.origin.x - device.viewport.x, device.origin.y - device.viewport.y);
+        OffsetRect(&part, device.origin.x, device.origin.y);
     return region;
 }
 
@@ -203,6 +203,6 @@ BOOL RectVisible(HDC context, const RECT* rect) noexcept {
 }
 
 BOOL PtVisible(HDC context, int x, int y) noexcept {
-    const RECT pixel{x, y, x + 1, y + 1};
+    const RECT pixel = AreaOf(x, y, 1, 1);
     return RectVisible(context, &pixel);
 }

@@ -101,7 +101,7 @@ private:
             Along(*window, point) - grip_ - parts.trackBegin, 0, std::max<std::int64_t>(room, 0));
         const std::int64_t way = std::int64_t{parts.lastPosition} - data.min;
         const int position =
-            data.min + static_cast<int>(room > 0 ? (begin * way + room / 2) / room : 0);
+            static_cast<int>(data.min + (room > 0 ? (begin * way + room / 2) / room : 0));
         if (position == data.track) return;
         data.track = position;
         ShowScrollBarAnew(window_, bar_);
