@@ -34,11 +34,13 @@ void Paint(Caret& caret) {
 }
 
 void StopBlinking(Thread& thread) {
+    const std::lock_guard guard(Lock());
     std::erase_if(thread.timers, [](const Timer& timer) { return timer.message == kCaretMessage; });
 }
 
 // Begins a lit half.
 void StartBlinking(Thread& thread) {
+    const std::lock_guard guard(Lock());
     StopBlinking(thread);
     thread.caret.isLit = true;
     thread.timers.push_back({thread.caret.window, kCaretTimer, kBlinkTime,

@@ -81,35 +81,46 @@ bool TakePaint(const Thread& thread, MSG& out, HWND window, UINT first, UINT las
     return false;
 }
 
+// The one that waited longest: a fast timer in a slow program would hide all others.
 bool TakeTimer(Thread& thread, MSG& out, HWND window, UINT first, UINT last, bool remove) {
     const std::uint64_t now = Milliseconds();
+    Timer* next = nullptr;
     for (Timer& timer : thread.timers) {
-        if (timer.due > now) continue;
-        out = {timer.window,
-               timer.message,
-               timer.id,
-               reinterpret_cast<LPARAM>(timer.procedure),
-               static_cast<DWORD>(now),
-               CursorPoint()};
-        if (!Matches(out, window, first, last)) continue;
-        if (remove) timer.due = now + timer.interval;
-        return true;
+        if (timer.due > now || (next != nullptr && next->due <= timer.due)) continue;
+        const MSG message{timer.window,
+                          timer.message,
+                          timer.id,
+                          reinterpret_cast<LPARAM>(timer.procedure),
+                          static_cast<DWORD>(now),
+                          CursorPoint()};
+        if (!Matches(message, window, first, last)) continue;
+        next = &timer;
+        out = message;
     }
-    return false;
+    if (next != nullptr && remove) next->due = now + next->interval;
+    return next != nullptr;
 }
 
 // Runs what other threads sent; under the lock, which is let go meanwhile.
 void AnswerSent(Thread& thread, Guard& lock) {
+    // A procedure that throws has answered 0: nobody waits for it forever.
+    struct Answering {
+        ~Answering() {
+            lock.lock();
+            sent.isDone = true;
+            thread.changed.notify_all();
+        }
+        Thread& thread;
+        Guard& lock;
+        SentMessage& sent;
+    };
     while (!thread.sent.empty()) {
-        SentMessage* const sent = thread.sent.front();
+        const std::shared_ptr<SentMessage> sent = std::move(thread.sent.front());
         thread.sent.pop_front();
-        const MSG message = sent->message;
         lock.unlock();
-        const LRESULT result = Call(message.hwnd, message.message, message.wParam, message.lParam);
-        lock.lock();
-        sent->result = result;
-        sent->isDone = true;
-        thread.changed.notify_all();
+        const Answering answering{thread, lock, *sent};
+        const MSG& message = sent->message;
+        sent->result = Call(message.hwnd, message.message, message.wParam, message.lParam);
     }
 }
 
@@ -167,15 +178,16 @@ LRESULT SendMessageA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
         return Call(handle, message, wParam, lParam);
     }
     Thread& other = *window->thread;
-    SentMessage sent{{handle, message, wParam, lParam, GetTickCount(), CursorPoint()}};
-    other.sent.push_back(&sent);
+    const auto sent = std::make_shared<SentMessage>();
+    sent->message = {handle, message, wParam, lParam, GetTickCount(), CursorPoint()};
+    other.sent.push_back(sent);
     Wake(other);
     // Whoever is sent to may send back meanwhile.
-    while (!sent.isDone) {
+    while (!sent->isDone) {
         AnswerSent(own, lock);
-        if (!sent.isDone) other.changed.wait_for(lock, std::chrono::milliseconds(10));
+        if (!sent->isDone) other.changed.wait_for(lock, std::chrono::milliseconds(10));
     }
-    return sent.result;
+    return sent->result;
 }
 
 BOOL PostMessageA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -200,8 +212,11 @@ BOOL PostThreadMessageA(DWORD id, UINT message, WPARAM wParam, LPARAM lParam) {
 
 void PostQuitMessage(int code) {
     Thread& thread = ThisThread();
+    const std::lock_guard guard(Lock());
     thread.isQuitting = true;
     thread.quitCode = code;
+    // What a waiting thread is told of runs after it looked.
+    Wake(thread);
 }
 
 BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove) {

@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <vector>
 
 #include "platform/posix/desktop/desktop.h"
@@ -26,7 +27,8 @@ struct Hook {
     HOOKPROC procedure;
 };
 
-// A message that another thread waits for.
+// A message that another thread waits for; both threads' while it is on its way, since either may
+// give up early.
 struct SentMessage {
     MSG message;
     LRESULT result = 0;
@@ -64,7 +66,7 @@ struct Thread {
     std::deque<MSG> posted;
     std::deque<Input> input;
     std::uint64_t lastInput = 0;
-    std::deque<SentMessage*> sent;
+    std::deque<std::shared_ptr<SentMessage>> sent;
     std::condition_variable_any changed;
     std::uint64_t changes = 0;
     bool isQuitting = false;

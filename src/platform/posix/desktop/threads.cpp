@@ -27,7 +27,7 @@ struct Membership {
             if (window != nullptr && window->thread == thread) DestroyWindow(handle);
         }
         const std::lock_guard guard(Lock());
-        for (SentMessage* sent : thread->sent)
+        for (const auto& sent : thread->sent)
             sent->isDone = true;
         thread->sent.clear();
         std::erase(Threads(), thread);
@@ -112,6 +112,7 @@ LRESULT CallNextHookEx(HHOOK hook, int code, WPARAM wParam, LPARAM lParam) {
 UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
     if (window != nullptr && Find(window) == nullptr) return 0;
     Thread& thread = ThisThread();
+    const std::lock_guard guard(Lock());
     if (window == nullptr) id = ++thread.lastTimer;
     const DWORD interval = std::clamp<DWORD>(milliseconds, 10, 0x7FFFFFFF);
     const Timer timer{window, id, interval, Milliseconds() + interval, procedure};
@@ -126,7 +127,9 @@ UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedu
 }
 
 BOOL KillTimer(HWND window, UINT_PTR id) {
-    return std::erase_if(ThisThread().timers, [=](const Timer& each) {
+    Thread& thread = ThisThread();
+    const std::lock_guard guard(Lock());
+    return std::erase_if(thread.timers, [=](const Timer& each) {
                return each.window == window && each.id == id && each.message == WM_TIMER;
            }) > 0;
 }
@@ -142,8 +145,13 @@ UINT RegisterWindowMessageA(const char* name) noexcept {
         }
     };
     static auto& numbers = *new std::map<std::string, UINT, Less>;
+    if (name == nullptr) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
     const std::lock_guard guard(Lock());
     try {
+        if (const auto known = numbers.find(name); known != numbers.end()) return known->second;
         const UINT next = 0xC000 + static_cast<UINT>(numbers.size());
         return next <= 0xFFFF ? numbers.try_emplace(name, next).first->second : 0;
     } catch (const std::bad_alloc&) {
