@@ -20,12 +20,18 @@ constexpr std::size_t kLargestAtOnce = 128 * 1024;
 
 }  // namespace
 
-void XScreen::OfferText(std::string text) {
+void XScreen::OfferText(std::optional<std::string> text) {
     const Guard guard(lock_);
     offered_ = std::move(text);
     isOwner_ = true;
     xcb_set_selection_owner(connection_, hidden_, clipboard_, XCB_CURRENT_TIME);
     xcb_flush(connection_);
+}
+
+xcb_window_t XScreen::ReadOwner() {
+    const auto reply = Own(xcb_get_selection_owner_reply(
+        connection_, xcb_get_selection_owner(connection_, clipboard_), nullptr));
+    return reply != nullptr ? reply->owner : xcb_window_t{XCB_NONE};
 }
 
 bool XScreen::OwnsText() const noexcept {
@@ -34,10 +40,9 @@ bool XScreen::OwnsText() const noexcept {
 }
 
 std::string XScreen::AskForText() {
+    const std::lock_guard asking(asking_);
     std::unique_lock lock(lock_);
-    const auto owner = Own(xcb_get_selection_owner_reply(
-        connection_, xcb_get_selection_owner(connection_, clipboard_), nullptr));
-    if (owner == nullptr || owner->owner == XCB_NONE) return "";
+    if (ReadOwner() == XCB_NONE) return "";
     isAsking_ = true;
     isComingInPieces_ = false;
     answer_.clear();
@@ -134,10 +139,10 @@ void XScreen::BeginTransfer(xcb_window_t requestor, xcb_atom_t property) {
     if (transfers_.size() == kMostTransfers) transfers_.erase(transfers_.begin());
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection_, requestor, XCB_CW_EVENT_MASK, &events);
-    const auto size = static_cast<std::uint32_t>(offered_.size());
+    const auto size = static_cast<std::uint32_t>(offered_->size());
     xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, requestor, property, pieces_, 32, 1,
                         &size);
-    transfers_.push_back({requestor, property, offered_, 0});
+    transfers_.push_back({requestor, property, *offered_, 0});
 }
 
 void XScreen::ForgetTransfers(xcb_window_t requestor) {
@@ -155,14 +160,16 @@ void XScreen::TakeRequest(const xcb_selection_request_event_t& event) {
     answer.target = event.target;
     answer.property = event.property != XCB_NONE ? event.property : event.target;
     const xcb_atom_t formats[] = {targets_, utf8_};
+    const bool isText = event.target == utf8_ && offered_.has_value();
     if (event.target == targets_)
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, event.requestor, answer.property,
-                            XCB_ATOM_ATOM, 32, 2, formats);
-    else if (event.target == utf8_ && offered_.size() > kLargestAtOnce)
+                            XCB_ATOM_ATOM, 32, offered_ ? 2 : 1, formats);
+    else if (isText && offered_->size() > kLargestAtOnce)
         BeginTransfer(event.requestor, answer.property);
-    else if (event.target == utf8_)
+    else if (isText)
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, event.requestor, answer.property,
-                            utf8_, 8, static_cast<std::uint32_t>(offered_.size()), offered_.data());
+                            utf8_, 8, static_cast<std::uint32_t>(offered_->size()),
+                            offered_->data());
     else
         answer.property = XCB_NONE;
     // Every event has this size on its way, though not each one's structure.
@@ -266,8 +273,9 @@ void XScreen::Take(const xcb_generic_event_t& event) {
             TakeSelection(As<xcb_selection_notify_event_t>(event));
             break;
         case XCB_SELECTION_CLEAR: {
+            // It may tell of a time before we took the clipboard back.
             const Guard guard(lock_);
-            isOwner_ = false;
+            isOwner_ = ReadOwner() == hidden_;
             break;
         }
         default:

@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -68,7 +69,7 @@ public:
     void SetCursor(unsigned number) noexcept override;
     void SetPointer(POINT at) noexcept override;
     void Capture(HWND window) noexcept override;
-    void OfferText(std::string text) override;
+    void OfferText(std::optional<std::string> text) override;
     bool OwnsText() const noexcept override;
     std::string AskForText() override;
 
@@ -92,6 +93,8 @@ private:
     void TakeRequest(const xcb_selection_request_event_t& event);
     void TakeSelection(const xcb_selection_notify_event_t& event);
     void TakeProperty(const xcb_property_notify_event_t& event);
+    // Who has the clipboard.
+    xcb_window_t ReadOwner();
     // What the other program put on our window; false when that is no text.
     bool ReadPasted(std::string& text, bool& isPiecewise);
     void EndAnswer(bool isGood);
@@ -115,8 +118,9 @@ private:
     xcb_atom_t protocols_ = 0, deleteWindow_ = 0, netName_ = 0, utf8_ = 0;
     xcb_atom_t clipboard_ = 0, targets_ = 0, pasted_ = 0, changeState_ = 0, pieces_ = 0;
     xcb_window_t hidden_ = 0;  // owns the clipboard
-    std::string offered_;
+    std::optional<std::string> offered_;
     bool isOwner_ = false;
+    std::mutex asking_;  // one thread at a time asks; taken before the lock
     std::condition_variable_any arrived_;
     bool isAsking_ = false;
     bool isComingInPieces_ = false;

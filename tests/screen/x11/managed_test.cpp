@@ -116,7 +116,8 @@ constexpr xcb_keysym_t kShift = 0xFFE1, kGrave = 0x60, kDeadAcute = 0xFE51, kLef
 TEST_F(Managed, TheTitleIsUtf8) {
     EXPECT_EQ(g_manager->TitleOf(client), "caf\xC3\xA9");
     window.SetWindowText("na\xEFve \x80");
-    EXPECT_EQ(g_manager->TitleOf(client), "na\xC3\xAFve \xE2\x82\xAC");
+    EXPECT_TRUE(
+        PumpUntil([&] { return g_manager->TitleOf(client) == "na\xC3\xAFve \xE2\x82\xAC"; }));
 }
 
 TEST_F(Managed, TheFrameIsTheManagers) {
@@ -148,6 +149,19 @@ TEST_F(Managed, TheManagerMovesAndSizes) {
     window.ShowWindow(SW_MINIMIZE);
     EXPECT_TRUE(PumpUntil([] { return g_manager->IconRequests() > 0; }));
     window.ShowWindow(SW_RESTORE);
+}
+
+std::string PastedText(HWND window) {
+    if (!OpenClipboard(window)) return "it cannot be opened";
+    std::string text;
+    if (const HANDLE block = GetClipboardData(CF_TEXT)) {
+        text = static_cast<const char*>(GlobalLock(block));
+        GlobalUnlock(block);
+    } else {
+        text = "nothing";
+    }
+    CloseClipboard();
+    return text;
 }
 
 TEST_F(Managed, TheUserTypes) {
@@ -238,19 +252,6 @@ void CopyText(HWND window, const std::string& text) {
     EXPECT_TRUE(CloseClipboard());
 }
 
-std::string PastedText(HWND window) {
-    if (!OpenClipboard(window)) return "it cannot be opened";
-    std::string text;
-    if (const HANDLE block = GetClipboardData(CF_TEXT)) {
-        text = static_cast<const char*>(GlobalLock(block));
-        GlobalUnlock(block);
-    } else {
-        text = "nothing";
-    }
-    CloseClipboard();
-    return text;
-}
-
 // As the program has it, and as others do.
 void LongText(std::string& own, std::string& others) {
     for (int line = 0; own.size() < 700'000; ++line) {
@@ -300,6 +301,46 @@ TEST_F(Managed, TextOfOtherProgramsIsPasted) {
     // Our own again.
     CopyText(window.GetHandle(), "mine");
     EXPECT_EQ(PastedText(window.GetHandle()), "mine");
+}
+
+TEST_F(Managed, WhatIsOnTheClipboardIsTheLastOnes) {
+    const HWND own = window.GetHandle();
+    const UINT format = RegisterClipboardFormatA("BRCORE8 managed test");
+    const auto puts = [&](bool isData) {
+        ASSERT_TRUE(OpenClipboard(own));
+        EXPECT_TRUE(EmptyClipboard());
+        if (isData) SetClipboardData(format, GlobalAlloc(GMEM_MOVEABLE, 4));
+        EXPECT_TRUE(CloseClipboard());
+    };
+    for (const bool isData : {false, true, true}) {
+        g_manager->Offer("theirs", 0);
+        ASSERT_TRUE(PumpUntil([&] { return PastedText(own) == "theirs"; }));
+        EXPECT_FALSE(IsClipboardFormatAvailable(format));
+        puts(isData);
+        EXPECT_EQ(PastedText(own), "nothing");
+        EXPECT_EQ(IsClipboardFormatAvailable(format) != 0, isData);
+        int pieces = 0;
+        EXPECT_TRUE(PumpUntil([&] { return g_manager->Ask(&pieces).empty(); }));
+    }
+    // One that has no text takes it away all the same.
+    g_manager->Offer("", 0);
+    EXPECT_TRUE(PumpUntil([&] { return !IsClipboardFormatAvailable(format); }));
+}
+
+TEST_F(Managed, ThreadsPasteAtOnce) {
+    std::string own, others;
+    LongText(own, others);
+    g_manager->Offer(others, 100'000);
+    ASSERT_TRUE(PumpUntil([&] { return PastedText(window.GetHandle()) == own; }));
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 3; ++i)
+        threads.emplace_back([] {
+            for (int round = 0; round < 3; ++round)
+                EXPECT_TRUE(IsClipboardFormatAvailable(CF_UNICODETEXT));
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_TRUE(PastedText(window.GetHandle()) == own);
 }
 
 // --- The scale ----------------------------------------------------------------------------------

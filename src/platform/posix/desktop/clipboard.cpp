@@ -1,5 +1,6 @@
 // The clipboard. Other programs see its text alone, through the screen.
 
+#include <brcore8/platform/posix/drawing_calls.h>
 #include <brcore8/platform/posix/input_calls.h>
 #include <brcore8/platform/posix/window_calls.h>
 #include <brcore8/strings/multibyte.h>
@@ -31,8 +32,9 @@ struct Clipboard {
     HWND openWindow = nullptr;
     HWND owner = nullptr;
     DWORD changes = 0;
-    bool wasOffered = false;  // the screen has our text
-    bool isForeign = false;   // or we have the screen's
+    bool isChanged = false;  // the screen was not told yet
+    bool isOffered = false;  // the screen has ours
+    bool isForeign = false;  // or we have the screen's
 };
 
 Clipboard& TheClipboard() {
@@ -54,9 +56,16 @@ Entry* FindEntry(Clipboard& clipboard, UINT format) noexcept {
     return nullptr;
 }
 
+void Free(const Entry& entry) noexcept {
+    if (entry.format == CF_BITMAP)
+        DeleteObject(entry.data);
+    else
+        GlobalFree(entry.data);
+}
+
 void Drop(Clipboard& clipboard) noexcept {
     for (const Entry& entry : clipboard.entries)
-        if (entry.format != CF_BITMAP) GlobalFree(entry.data);
+        Free(entry);
     clipboard.entries.clear();
 }
 
@@ -104,8 +113,8 @@ std::optional<std::string> AskScreen() {
 
 // It takes the place of our own.
 void TakeForeignText(Clipboard& clipboard, const std::string& text) {
-    if (text.empty() && !clipboard.wasOffered && !clipboard.isForeign) return;
-    clipboard.wasOffered = false;
+    if (text.empty() && !clipboard.isOffered && !clipboard.isForeign) return;
+    clipboard.isOffered = false;
     clipboard.isForeign = !text.empty();
     Drop(clipboard);
     clipboard.owner = nullptr;
@@ -118,22 +127,39 @@ void TakeForeignText(Clipboard& clipboard, const std::string& text) {
     AddUnits(clipboard, units, true);
 }
 
-// The screen's programs end lines with one byte.
-void OfferText(Clipboard& clipboard) {
-    Screen* const screen = TheScreen();
-    if (screen == nullptr) return;
+// For the screen's programs, which end lines with one byte.
+std::optional<std::string> TextForOthers(Clipboard& clipboard) {
     std::u16string units;
     if (const Entry* const wide = FindEntry(clipboard, CF_UNICODETEXT))
         units = UnitsOf(wide->data);
     else if (const Entry* const text = FindEntry(clipboard, CF_TEXT))
         units = SUtf16FromText(TextOf(text->data));
     else
-        return;
+        return std::nullopt;
     std::string lines = SUtf8FromUtf16(units);
     for (std::size_t at = 0; (at = lines.find("\r\n", at)) != std::string::npos;)
         lines.erase(at, 1);
-    screen->OfferText(std::move(lines));
-    clipboard.wasOffered = true;
+    return lines;
+}
+
+// Without a text too: what another program offered before is not to come back.
+void Close(Clipboard& clipboard) {
+    clipboard.opener = nullptr;
+    clipboard.openWindow = nullptr;
+    Screen* const screen = TheScreen();
+    if (!clipboard.isChanged || screen == nullptr) return;
+    screen->OfferText(TextForOthers(clipboard));
+    clipboard.isOffered = true;
+    clipboard.isChanged = false;
+}
+
+bool TryClose(Clipboard& clipboard) noexcept {
+    try {
+        Close(clipboard);
+        return true;
+    } catch (...) {
+        return false;
+    }
 }
 
 UINT OtherText(UINT format) noexcept {
@@ -153,7 +179,7 @@ BOOL OpenClipboard(HWND window) noexcept {
             SetLastError(ERROR_ACCESS_DENIED);
             return 0;
         }
-        if (foreign) TakeForeignText(clipboard, *foreign);
+        if (foreign && clipboard.opener == nullptr) TakeForeignText(clipboard, *foreign);
         clipboard.opener = &ThisThread();
         clipboard.openWindow = window;
         return 1;
@@ -166,15 +192,20 @@ BOOL OpenClipboard(HWND window) noexcept {
 BOOL CloseClipboard() noexcept {
     const std::lock_guard guard(Lock());
     Clipboard* const clipboard = Opened();
-    if (clipboard == nullptr) return 0;
-    clipboard->opener = nullptr;
-    clipboard->openWindow = nullptr;
-    try {
-        if (!clipboard->wasOffered && clipboard->owner != nullptr) OfferText(*clipboard);
-    } catch (...) {
-        return 0;
-    }
-    return 1;
+    return clipboard != nullptr && TryClose(*clipboard);
+}
+
+void brcore8::desktop::LeaveClipboard(HWND window) noexcept {
+    const std::lock_guard guard(Lock());
+    Clipboard& clipboard = TheClipboard();
+    if (clipboard.owner == window) clipboard.owner = nullptr;
+    if (clipboard.openWindow == window) TryClose(clipboard);
+}
+
+void brcore8::desktop::LeaveClipboard(const Thread& thread) noexcept {
+    const std::lock_guard guard(Lock());
+    Clipboard& clipboard = TheClipboard();
+    if (clipboard.opener == &thread) TryClose(clipboard);
 }
 
 BOOL EmptyClipboard() {
@@ -187,11 +218,14 @@ BOOL EmptyClipboard() {
     }
     if (old != nullptr && IsWindow(old)) SendMessageA(old, WM_DESTROYCLIPBOARD, 0, 0);
     const std::lock_guard guard(Lock());
-    Clipboard& clipboard = TheClipboard();
-    Drop(clipboard);
-    clipboard.owner = clipboard.openWindow;
-    clipboard.wasOffered = clipboard.isForeign = false;
-    ++clipboard.changes;
+    // Who had it may have closed it.
+    Clipboard* const clipboard = Opened();
+    if (clipboard == nullptr) return 0;
+    Drop(*clipboard);
+    clipboard->owner = clipboard->openWindow;
+    clipboard->isChanged = true;
+    clipboard->isForeign = false;
+    ++clipboard->changes;
     return 1;
 }
 
@@ -202,11 +236,11 @@ HANDLE SetClipboardData(UINT format, HANDLE data) {
     std::erase_if(clipboard->entries, [=](const Entry& entry) {
         const bool goes =
             entry.format == format || (entry.isMade && entry.format == OtherText(format));
-        if (goes && entry.format != CF_BITMAP) GlobalFree(entry.data);
+        if (goes && entry.data != data) Free(entry);
         return goes;
     });
     clipboard->entries.push_back({format, data, false});
-    clipboard->wasOffered = false;
+    clipboard->isChanged = true;
     ++clipboard->changes;
     return data;
 }

@@ -19,6 +19,7 @@ void ForgetWindow(Window& window) noexcept {
     const auto isIts = [handle](const MSG& message) { return message.hwnd == handle; };
     std::erase_if(thread.posted, isIts);
     std::erase_if(thread.timers, [handle](const Timer& timer) { return timer.window == handle; });
+    LeaveClipboard(handle);
     // The screen would keep the mouse for a window that is no more.
     if (thread.capture == handle)
         if (Screen* const screen = TheScreen()) screen->Capture(nullptr);

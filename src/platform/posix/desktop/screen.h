@@ -5,6 +5,7 @@
 #ifndef BRCORE8_PLATFORM_POSIX_DESKTOP_SCREEN_H
 #define BRCORE8_PLATFORM_POSIX_DESKTOP_SCREEN_H
 
+#include <optional>
 #include <string>
 
 #include "platform/posix/desktop/desktop.h"
@@ -59,9 +60,10 @@ public:
     virtual void SetPointer(POINT at) noexcept = 0;
     // The mouse is the window's alone, wherever it is; null lets it go.
     virtual void Capture(HWND window) noexcept = 0;
-    // UTF-8. The text of another program arrives within a second or is empty.
-    virtual void OfferText(std::string text) = 0;
+    // The clipboard is this program's from now on; others find the text in it, or nothing. UTF-8.
+    virtual void OfferText(std::optional<std::string> text) = 0;
     virtual bool OwnsText() const noexcept = 0;
+    // The text of another program arrives within a second or is empty.
     virtual std::string AskForText() = 0;
 
 protected:

@@ -91,6 +91,9 @@ Thread& ThisThread();
 // The thread of that number, or null. Under the lock.
 Thread* FindThread(DWORD id) noexcept;
 void WakeAll() noexcept;
+// What is going neither owns the clipboard nor keeps it open.
+void LeaveClipboard(HWND window) noexcept;
+void LeaveClipboard(const Thread& thread) noexcept;
 
 }  // namespace brcore8::desktop
 

@@ -27,6 +27,7 @@ struct Membership {
             if (window != nullptr && window->thread == thread) DestroyWindow(handle);
         }
         const std::lock_guard guard(Lock());
+        LeaveClipboard(*thread);
         for (const auto& sent : thread->sent)
             sent->isDone = true;
         thread->sent.clear();
