@@ -1,11 +1,14 @@
 // What the X server tells, and what travels through its clipboard.
 
+#include <xcb/xcb_icccm.h>
+
 #include <brcore8/platform/posix/window_constants.h>
 #include <brcore8/platform/posix/window_messages.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <utility>
 
 #include "display/x_server.h"
 
@@ -228,9 +231,11 @@ void XScreen::Take(const xcb_generic_event_t& event) {
             listener_.OnClose(Known(gone));
             break;
         }
-        case XCB_PROPERTY_NOTIFY:
-            TakeProperty(As<xcb_property_notify_event_t>(event));
+        case XCB_PROPERTY_NOTIFY: {
+            const auto& property = As<xcb_property_notify_event_t>(event);
+            property.atom == state_ ? TakeState(property.window) : TakeProperty(property);
             break;
+        }
         case XCB_CLIENT_MESSAGE: {
             const auto& message = As<xcb_client_message_event_t>(event);
             if (message.data.data32[0] == deleteWindow_) listener_.OnClose(Known(message.window));
@@ -281,6 +286,25 @@ void XScreen::Take(const xcb_generic_event_t& event) {
         default:
             keyboard_.Hear(event);
     }
+}
+
+// The manager made an icon of the window, or brought it back. Not every manager unmaps icons.
+void XScreen::TakeState(xcb_window_t id) {
+    const auto reply = Own(xcb_get_property_reply(
+        connection_, xcb_get_property(connection_, 0, id, state_, state_, 0, 1), nullptr));
+    if (reply == nullptr || xcb_get_property_value_length(reply.get()) < 4) return;
+    std::uint32_t state = 0;
+    std::memcpy(&state, xcb_get_property_value(reply.get()), sizeof state);
+    HWND restored = nullptr;
+    {
+        const Guard guard(lock_);
+        for (XWindow& each : windows_) {
+            if (each.id != id) continue;
+            const bool wasIcon = std::exchange(each.isIcon, state == XCB_ICCCM_WM_STATE_ICONIC);
+            if (wasIcon && !each.isIcon && each.isMinimized) restored = each.window;
+        }
+    }
+    if (restored != nullptr) listener_.OnRestore(restored);
 }
 
 // Places are told within the manager's frame; on the screen they are asked for.

@@ -40,6 +40,7 @@ struct XWindow {
     bool isMapped = false;
     bool isFramed = false;
     bool isMinimized = false;
+    bool isIcon = false;  // as its manager says
 };
 
 // A text that goes to another program piece by piece: each when the one before was taken away.
@@ -87,6 +88,7 @@ private:
 
     void Run();
     void Take(const xcb_generic_event_t& event);
+    void TakeState(xcb_window_t id);
     void TakePlace(const xcb_configure_notify_event_t& event);
     void TakeButton(const xcb_button_press_event_t& event, bool isDown);
     void TakeKey(const xcb_key_press_event_t& event, bool isDown);
@@ -116,7 +118,8 @@ private:
     std::vector<unsigned char> rows_;
 
     xcb_atom_t protocols_ = 0, deleteWindow_ = 0, netName_ = 0, utf8_ = 0;
-    xcb_atom_t clipboard_ = 0, targets_ = 0, pasted_ = 0, changeState_ = 0, pieces_ = 0;
+    xcb_atom_t clipboard_ = 0, targets_ = 0, pasted_ = 0, pieces_ = 0;
+    xcb_atom_t state_ = 0, changeState_ = 0;
     xcb_window_t hidden_ = 0;  // owns the clipboard
     std::optional<std::string> offered_;
     bool isOwner_ = false;

@@ -164,6 +164,26 @@ std::string PastedText(HWND window) {
     return text;
 }
 
+TEST_F(Managed, TheManagerRestores) {
+    const RECT before = Place();
+    for (int round = 0; round < 2; ++round) {
+        const int requests = g_manager->IconRequests() + 1;
+        window.seen.clear();
+        window.ShowWindow(SW_MINIMIZE);
+        ASSERT_TRUE(PumpUntil([&] { return g_manager->IconRequests() == requests; }));
+        // An answer that comes later: all that the server told before is known by then.
+        g_manager->Offer("later", 0);
+        ASSERT_TRUE(PumpUntil([&] { return PastedText(window.GetHandle()) == "later"; }));
+        EXPECT_EQ(window.Count(WM_SYSCOMMAND), 0);
+        EXPECT_TRUE(IsIconic(window.GetHandle()));
+        g_manager->Restore(client);
+        ASSERT_TRUE(PumpUntil([&] { return !IsIconic(window.GetHandle()); }));
+        EXPECT_EQ(LOWORD(window.Last(WM_SYSCOMMAND).wParam), SC_RESTORE);
+        const RECT after = Place();
+        EXPECT_TRUE(EqualRect(&before, &after));
+    }
+}
+
 TEST_F(Managed, TheUserTypes) {
     Press('a');
     ASSERT_TRUE(Waits(WM_KEYUP));

@@ -25,6 +25,7 @@ const Event& As(const xcb_generic_event_t& event) {
 }
 
 constexpr std::chrono::seconds kPatience(5);
+constexpr std::uint32_t kNormal = 1, kIconic = 3;
 
 }  // namespace
 
@@ -35,6 +36,7 @@ Manager::Manager(const char* dpi) : connection_(xcb_connect(nullptr, nullptr)) {
     incr_ = Atom("INCR");
     pasted_ = Atom("PASTED");
     stop_ = Atom("STOP");
+    state_ = Atom("WM_STATE");
     changeState_ = Atom("WM_CHANGE_STATE");
     xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, screen_->root,
                         XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 8,
@@ -103,7 +105,9 @@ void Manager::Take(const xcb_generic_event_t& event) {
             break;
         }
         case XCB_CLIENT_MESSAGE:
-            iconRequests_ += As<xcb_client_message_event_t>(event).type == changeState_;
+            if (As<xcb_client_message_event_t>(event).type != changeState_) break;
+            ++iconRequests_;
+            SetState(As<xcb_client_message_event_t>(event).window, kIconic);
             break;
         case XCB_SELECTION_REQUEST:
             Serve(As<xcb_selection_request_event_t>(event));
@@ -137,6 +141,7 @@ xcb_window_t Manager::FrameOf(xcb_window_t client) {
 }
 
 void Manager::Frame(xcb_window_t client) {
+    SetState(client, kNormal);
     if (FrameOf(client) != client) {
         xcb_map_window(connection_, client);
         return;
@@ -157,6 +162,12 @@ void Manager::Frame(xcb_window_t client) {
     framed_.push_back({client, frame});
     TellPlace(client);
     xcb_set_input_focus(connection_, XCB_INPUT_FOCUS_PARENT, client, XCB_CURRENT_TIME);
+}
+
+// It stays mapped as an icon too, as managers do that keep its picture.
+void Manager::SetState(xcb_window_t client, std::uint32_t state) {
+    const std::uint32_t values[] = {state, XCB_NONE};
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, client, state_, state_, 32, 2, values);
 }
 
 // As the conventions want it: a client whose frame moves is told of its place on the screen.
@@ -243,6 +254,12 @@ std::string Manager::TitleOf(xcb_window_t client) {
 int Manager::IconRequests() {
     const std::lock_guard guard(lock_);
     return iconRequests_;
+}
+
+void Manager::Restore(xcb_window_t client) {
+    const std::lock_guard guard(lock_);
+    SetState(client, kNormal);
+    xcb_flush(connection_);
 }
 
 bool Manager::CanGrabPointer() {

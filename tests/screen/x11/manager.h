@@ -29,8 +29,10 @@ public:
     // The frame's place; the client is below the caption, of that size.
     void Place(xcb_window_t client, int x, int y, int width, int height);
     std::string TitleOf(xcb_window_t client);
-    // How often a client asked to be an icon.
+    // How often a client asked to be an icon; it is one from then on.
     int IconRequests();
+    // The user brings it back.
+    void Restore(xcb_window_t client);
     bool CanGrabPointer();
 
     // --- The user
@@ -60,6 +62,7 @@ private:
     void Frame(xcb_window_t client);
     void Configure(const xcb_configure_request_event_t& event);
     void TellPlace(xcb_window_t client);
+    void SetState(xcb_window_t client, std::uint32_t state);
     void Serve(const xcb_selection_request_event_t& event);
     void ServePiece();
     void Receive(bool isFirst);
@@ -75,7 +78,8 @@ private:
     xcb_window_t answered_ = 0;
     int iconRequests_ = 0;
     xcb_window_t own_ = 0;
-    xcb_atom_t utf8_ = 0, clipboard_ = 0, incr_ = 0, pasted_ = 0, stop_ = 0, changeState_ = 0;
+    xcb_atom_t utf8_ = 0, clipboard_ = 0, incr_ = 0, pasted_ = 0, stop_ = 0;
+    xcb_atom_t state_ = 0, changeState_ = 0;
 
     std::string offered_;
     int piece_ = 0;

@@ -25,6 +25,9 @@ public:
     void OnClose(HWND window) override {
         if (IsWindow(window)) PostMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
     }
+    void OnRestore(HWND window) override {
+        if (IsWindow(window)) PostMessageA(window, WM_SYSCOMMAND, SC_RESTORE, 0);
+    }
     void OnExpose(HWND window) override {
         const std::lock_guard guard(Lock());
         Window* const found = Find(window);

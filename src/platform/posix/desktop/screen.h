@@ -24,6 +24,8 @@ public:
     virtual void OnPlace(HWND window, const RECT& rect) = 0;
     virtual void OnActivate(HWND window, bool isActive) = 0;
     virtual void OnClose(HWND window) = 0;
+    // A window that was minimised is to be as it was.
+    virtual void OnRestore(HWND window) = 0;
     // What is shown of the window was lost.
     virtual void OnExpose(HWND window) = 0;
 
