@@ -85,11 +85,12 @@ HWND GetActiveWindow() noexcept {
 
 BOOL SetForegroundWindow(HWND handle) {
     if (Find(handle) == nullptr) return 0;
-    BringWindowToTop(handle);
-    if (IsForeign(handle))
+    if (IsForeign(handle)) {
         AddNews({kActivated, handle, {}});
-    else
+    } else {
+        BringWindowToTop(handle);
         SetActiveWindow(handle);
+    }
     return 1;
 }
 

@@ -88,8 +88,7 @@ Screen* TheScreen() noexcept {
 
 void TellScreen(const Window& window) {
     Screen* const screen = TheScreen();
-    if (screen == nullptr || !IsTopLevel(window) || window.isDestroyed ||
-        window.parent != &Root())
+    if (screen == nullptr || !IsTopLevel(window) || window.isDestroyed || window.parent != &Root())
         return;
     WindowLook look;
     look.window = window.handle;

@@ -139,8 +139,7 @@ Window* Make(const CREATESTRUCTA& create) try {
         SetLastError(parent == nullptr ? ERROR_TLW_WITH_WSCHILD : ERROR_INVALID_WINDOW_HANDLE);
         return nullptr;
     }
-    std::vector<char> extra(
-        static_cast<std::size_t>(std::max(windowClass->info.cbWndExtra, 0)));
+    std::vector<char> extra(static_cast<std::size_t>(std::max(windowClass->info.cbWndExtra, 0)));
     Window* const window = DepthOf(parent) < kDeepest ? NewWindow(&ThisThread()) : nullptr;
     if (window == nullptr) {
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -173,8 +172,9 @@ Window* Make(const CREATESTRUCTA& create) try {
 HWND CreateWindowExA(DWORD exStyle, const char* className, const char* text, DWORD style, int x,
                      int y, int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
                      void* param) {
-    CREATESTRUCTA create{param, instance, menu, parent,    height, width, y, x, static_cast<LONG>(style),
-                         text,  className, exStyle};
+    CREATESTRUCTA create{
+        param, instance,  menu,   parent, height, width, y, x, static_cast<LONG>(style),
+        text,  className, exStyle};
     ChoosePlace(create);
     const Window* const window = Make(create);
     if (window == nullptr) return nullptr;
