@@ -1,6 +1,8 @@
 #include <brcore8/routing/cmd_ui.h>
 #include <brcore8/window/wnd.h>
 
+#include "routing/target_life.h"
+
 #include <utility>
 
 int SCmdUI::TakeContinueRouting() noexcept {
@@ -36,7 +38,9 @@ void SSysCmdUI::SetText(const char*) {}
 int SSysCmdUI::DoUpdate(SCmdTarget* target, int disableIfNoHandler) {
     if (id_ == 0 || LOWORD(id_) == 0xFFFF) return 1;
     enableChanged_ = 0;
+    const brcore8::TargetLife life(target);
     const int result = target->OnCmdMsg(id_, kUpdateRequest, this, nullptr);
+    if (life.IsOver()) return result;
     if (disableIfNoHandler && !enableChanged_) {
         S_CMDHANDLERINFO info{};
         Enable(target->OnCmdMsg(id_, 0, this, &info));

@@ -1,5 +1,7 @@
 #include <brcore8/window/menu_cmd_ui.h>
 
+#include "routing/target_life.h"
+
 void SMenuCmdUI::Enable(int on) {
     SSysCmdUI::Enable(on);
     if (IsPlain()) menu_->EnableMenuItem(index_, MF_BYPOSITION | (on ? MF_ENABLED : MF_GRAYED));
@@ -36,8 +38,9 @@ void SUpdateMenu(SMenu* popup, SCmdTarget* target, int disableIfNoHandler) {
     if (popup == nullptr) return;
     const HMENU handle = popup->GetHandle();
     const SHandleMapLock keep;
+    const brcore8::TargetLife life(target);
     const int count = GetMenuItemCount(handle);
-    for (int i = 0; i < count && i < GetMenuItemCount(handle); ++i) {
+    for (int i = 0; !life.IsOver() && i < count && i < GetMenuItemCount(handle); ++i) {
         SMenu* const sub = SMenu::FromHandle(GetSubMenu(handle, i));
         const UINT id = sub != nullptr ? sub->GetMenuItemID(0) : GetMenuItemID(handle, i);
         SMenuCmdUI ui;

@@ -50,6 +50,27 @@ SIMPLEMENT_MESSAGE_MAP(STestMenuFrame, SFrameWnd, SOnCommand<&STestMenuFrame::On
                        SOnInitMenu<&STestMenuFrame::OnInitMenu>(),
                        SOnMessage<&STestMenuFrame::OnExit>(WM_EXITMENULOOP));
 
+// Deletes itself with its window, which the question about an item closes.
+class STestPassingFrame : public SFrameWnd {
+    SDECLARE_MESSAGE_MAP(STestPassingFrame);
+
+public:
+    explicit STestPassingFrame(int& asked) : asked_(asked) {}
+
+protected:
+    void PostNcDestroy() override { delete this; }
+
+private:
+    void OnUpdate(SCmdUI*, UINT id) {
+        ++asked_;
+        if (id == kSnap) DestroyWindow();
+    }
+
+    int& asked_;
+};
+SIMPLEMENT_MESSAGE_MAP(STestPassingFrame, SFrameWnd,
+                       SOnUpdateRange<&STestPassingFrame::OnUpdate>(kSave, kLarge));
+
 class MenuCommands : public testing::Test {
 protected:
     MenuCommands() {
@@ -110,6 +131,20 @@ TEST_F(MenuCommands, ItemsAskHowTheyAreToLook) {
     frame.SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup.GetHandle()),
                       MAKELPARAM(0, 1));
     EXPECT_TRUE(Is(popup, kSave, MF_GRAYED));
+}
+
+TEST_F(MenuCommands, AnItemsHandlerMayEndTheFrame) {
+    int asked = 0;
+    auto* const passing = new STestPassingFrame(asked);
+    ASSERT_EQ(passing->CreateFrame("Passing"), 1);
+    const HWND handle = passing->GetHandle();
+    // The menu belongs to no window and lives on.
+    passing->SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup.GetHandle()));
+    EXPECT_FALSE(IsWindow(handle));
+    EXPECT_EQ(asked, 2) << "kSave and kSnap";
+    EXPECT_TRUE(Is(popup, kSave, MF_GRAYED)) << "no command handles it";
+    for (const UINT id : {kSnap, kSmall, kLarge, kNobody})
+        EXPECT_FALSE(Is(popup, id, MF_GRAYED)) << id;
 }
 
 TEST_F(MenuCommands, KeysStandForCommandsThatAreAllowed) {

@@ -56,7 +56,8 @@ public:
 
     // Asks `target` how the command is to look, and returns its answer. With `disableIfNoHandler`,
     // where no handler spoke the element is enabled when the command has one and disabled else.
-    // Identifiers 0 and 0xFFFF (of the low 16 bits) are no commands: 1 at once.
+    // Identifiers 0 and 0xFFFF (of the low 16 bits) are no commands: 1 at once. A handler may end a
+    // target that is a window: then the element, too, is left alone.
     int DoUpdate(SCmdTarget* target, int disableIfNoHandler);
 
 private:

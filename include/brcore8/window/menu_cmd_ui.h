@@ -28,7 +28,7 @@ private:
 
 // Asks `target` about each item of the popup. With `disableIfNoHandler` items whose command nobody
 // handles are disabled. A handler may change the menu, items that it adds are not asked; the menu
-// may be gone afterwards.
+// may be gone afterwards. One that ends the target's window is the last that is asked.
 BRCORE8_API void SUpdateMenu(SMenu* popup, SCmdTarget* target, int disableIfNoHandler);
 
 #endif
