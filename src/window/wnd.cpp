@@ -34,9 +34,10 @@ SWnd::~SWnd() {
     brcore8::WindowThread& thread = brcore8::ThisWindowThread();
     if (thread.pending == this) thread.pending = nullptr;
     if (handle_ == nullptr || FromHandlePermanent(handle_) != this) return;
-    // The derived class is gone: its window gets no more messages from here.
+    // The derived class is gone: its window gets no more messages from here, but its own procedure
+    // is told of the end and gives back what it holds.
     const bool owns = (bits_ & kOwnsWindow) != 0;
-    const HWND handle = (bits_ & kSubclassed) != 0 ? UnsubclassWindow() : Detach();
+    const HWND handle = owns || (bits_ & kSubclassed) != 0 ? UnsubclassWindow() : Detach();
     if (owns) ::DestroyWindow(handle);
 }
 
@@ -110,8 +111,8 @@ int SWnd::CreateEx(DWORD exStyle, const char* className, const char* text, DWORD
                         static_cast<DWORD>(create.style), create.x, create.y, create.cx, create.cy,
                         create.hwndParent, create.hMenu, create.hInstance, create.lpCreateParams);
     if (!brcore8::WindowCame() || handle == nullptr) return 0;
-    // A handler may have let go of it.
-    if (handle_ == handle) Own();
+    // A handler may have let go of it, or deleted this.
+    if (FromHandlePermanent(handle) == this) Own();
     return 1;
 }
 

@@ -2,6 +2,7 @@
 
 #include <brcore8/app/frame_wnd.h>
 #include <brcore8/core/exception.h>
+#include <brcore8/core/module.h>
 #include <brcore8/window/wnd.h>
 
 #include <gtest/gtest.h>
@@ -55,6 +56,62 @@ TEST(Endings, AHandlerMayDeleteItsWrapperAndLeaveTheMessageToOthers) {
     NMHDR header{GetDesktopWindow(), 6, 1};
     SendMessageA(STestLeaver::Make(ended), WM_NOTIFY, 6, reinterpret_cast<LPARAM>(&header));
     EXPECT_EQ(ended, 3);
+}
+
+// Deletes itself before it is known that its window came.
+class STestEarlyLeaver : public SWnd {
+    SDECLARE_MESSAGE_MAP(STestEarlyLeaver);
+
+public:
+    explicit STestEarlyLeaver(HWND& window) : window_(window) {}
+
+private:
+    int OnCreate(CREATESTRUCT*) {
+        window_ = GetHandle();
+        delete this;
+        return 0;
+    }
+
+    HWND& window_;
+};
+SIMPLEMENT_MESSAGE_MAP(STestEarlyLeaver, SWnd, SOnCreate<&STestEarlyLeaver::OnCreate>());
+
+TEST(Endings, AWrapperMayEndWhileItsWindowIsMade) {
+    HWND window = nullptr;
+    auto* const wrapper = new STestEarlyLeaver(window);
+    EXPECT_EQ(wrapper->CreateEx(0, "S_Window", "", WS_POPUP, 0, 0, 9, 9), 1);
+    EXPECT_EQ(SWnd::FromHandlePermanent(window), nullptr);
+    EXPECT_TRUE(DestroyWindow(window)) << "it was nobody's yet";
+}
+
+// The last messages that the procedure of a class got.
+std::vector<UINT> g_lastMessages;
+
+LRESULT CALLBACK NoteEnd(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_DESTROY || message == WM_NCDESTROY) g_lastMessages.push_back(message);
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+TEST(Endings, AWindowsOwnProcedureIsToldOfItsEnd) {
+    WNDCLASSEXA info{};
+    info.cbSize = sizeof info;
+    info.lpfnWndProc = &NoteEnd;
+    info.hInstance = SGetModuleState()->GetInstance();
+    info.lpszClassName = "TestNoteEnd";
+    ASSERT_NE(RegisterClassExA(&info), 0);
+    const std::vector<UINT> both{WM_DESTROY, WM_NCDESTROY};
+    for (const bool byWrapper : {false, true}) {
+        SCOPED_TRACE(byWrapper);
+        g_lastMessages.clear();
+        auto wrapper = std::make_unique<SWnd>();
+        ASSERT_EQ(wrapper->CreateEx(0, "TestNoteEnd", "", WS_POPUP, 0, 0, 9, 9), 1);
+        if (byWrapper)
+            wrapper.reset();
+        else
+            wrapper->DestroyWindow();
+        EXPECT_EQ(g_lastMessages, both);
+    }
+    EXPECT_TRUE(UnregisterClassA("TestNoteEnd", info.hInstance));
 }
 
 HWND MakePopup(SWnd& wrapper) {

@@ -18,8 +18,8 @@
 //
 // Threads: a window, and what wraps it, belong to the thread that made it; only PostMessage may be
 // called from others.
-// Ownership: a wrapper owns the window that it created and destroys it at its own end; of a window
-// that was subclassed or attached it lets go.
+// Ownership: a wrapper destroys the window that it created at its own end, by the window's own
+// procedure, which may tell the parent; of one that was subclassed or attached it lets go.
 #ifndef BRCORE8_WINDOW_WND_H
 #define BRCORE8_WINDOW_WND_H
 
