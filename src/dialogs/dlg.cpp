@@ -60,14 +60,14 @@ const void* SDlg::FindTemplate(std::size_t& size) const {
     return brcore8::FindDialogTemplate(brcore8::ResourceInstance(), resource_, size);
 }
 
-int SDlg::Make(HWND owner) {
+HWND SDlg::Make(HWND owner) {
     if (GetHandle() != nullptr || !brcore8::RegisterWindowClasses()) throw SEConstructor();
     std::size_t size = 0;
     const void* const bytes = FindTemplate(size);
-    if (bytes == nullptr) return 0;
+    if (bytes == nullptr) return nullptr;
     if (!brcore8::ReadDialogTemplate(bytes, size)) {
         SetLastError(ERROR_INVALID_PARAMETER);
-        return 0;
+        return nullptr;
     }
     // The platform wants it on a multiple of four.
     std::vector<std::uint32_t> aligned(size / 4 + 2);
@@ -78,17 +78,18 @@ int SDlg::Make(HWND owner) {
     const HWND handle = CreateDialogIndirectParamA(
         SGetModuleState()->GetInstance(), reinterpret_cast<const DLGTEMPLATE*>(aligned.data()),
         owner, &NoProcedure, 0);
-    if (!brcore8::WindowCame() || handle == nullptr) return 0;
+    // A handler may have let go of it, or deleted this.
+    if (!brcore8::WindowCame() || FromHandlePermanent(handle) != this) return nullptr;
     Own();
-    return 1;
+    return handle;
 }
 
 int SDlg::DoModal() {
     const HWND owner = FindOwner();
     isModal_ = true;
     Disabled disabled(owner);
-    if (!Make(owner)) return -1;
-    const HWND handle = GetHandle();
+    const HWND handle = Make(owner);
+    if (handle == nullptr) return -1;
     if (!isEnded_) {
         ShowWindow(SW_SHOW);
         const int looped = FromHandlePermanent(handle) == this ? RunModalLoop() : -1;
@@ -98,14 +99,14 @@ int SDlg::DoModal() {
     const int result = result_;
     // The owner is active next.
     disabled.End();
-    DestroyWindow();
+    if (FromHandlePermanent(handle) == this) DestroyWindow();
     return result;
 }
 
 int SDlg::CreateModeless(SWnd* parent) {
     if (parent != nullptr) parent_ = parent;
     isModal_ = false;
-    return Make(parent_ != nullptr ? parent_->GetHandle() : nullptr);
+    return Make(parent_ != nullptr ? parent_->GetHandle() : nullptr) != nullptr;
 }
 
 int SDlg::CreateModeless(const void* bytes, std::size_t size, SWnd* parent) {

@@ -104,6 +104,31 @@ TEST_F(Dialogs, ADialogRunsUntilItIsEnded) {
     }
 }
 
+TEST_F(Dialogs, ADialogMayEndInItsOwnBeginning) {
+    static HWND window;
+    const Template bytes = Usual(true);
+    for (const bool isModal : {true, false}) {
+        SCOPED_TRACE(isModal);
+        auto* const dialog = new STestDialog(bytes.bytes.data(), bytes.bytes.size(), &owner);
+        dialog->inInit = [](STestDialog& d) {
+            window = d.GetHandle();
+            delete &d;
+        };
+        if (isModal)
+            EXPECT_EQ(dialog->DoModal(), -1);
+        else
+            EXPECT_EQ(dialog->CreateModeless(), 0);
+        EXPECT_TRUE(owner.IsWindowEnabled());
+        EXPECT_EQ(SWnd::FromHandlePermanent(window), nullptr);
+        ::DestroyWindow(window);
+    }
+    STestDialog closed(bytes.bytes.data(), bytes.bytes.size(), &owner);
+    closed.inInit = [](STestDialog& d) { d.DestroyWindow(); };
+    EXPECT_EQ(closed.DoModal(), -1);
+    EXPECT_EQ(closed.CreateModeless(), 0);
+    EXPECT_TRUE(owner.IsWindowEnabled());
+}
+
 TEST_F(Dialogs, ControlsAreWhereTheTemplateSays) {
     for (const bool isExtended : {false, true}) {
         SCOPED_TRACE(isExtended);

@@ -41,7 +41,7 @@ public:
     // a parent the application's main window is it. The result that it was ended with: IDOK and
     // IDCANCEL, unless the dialog says otherwise; -1 when it could not be made or the program ends.
     virtual int DoModal();
-    // Makes a dialog that works beside other windows. 1 or 0.
+    // Makes a dialog that works beside other windows. 1, or 0, also when OnInitDialog ended it.
     int CreateModeless(SWnd* parent = nullptr);
     int CreateModeless(const void* bytes, std::size_t size, SWnd* parent = nullptr);
     // Ends DoModal; a dialog that was made modeless is destroyed.
@@ -92,7 +92,7 @@ protected:
     const void* FindTemplate(std::size_t& size) const;
 
 private:
-    int Make(HWND owner);
+    HWND Make(HWND owner);
     LRESULT HandleInitDialog(WPARAM wParam, LPARAM lParam);
 
     SWnd* parent_ = nullptr;
