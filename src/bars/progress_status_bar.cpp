@@ -6,6 +6,7 @@
 #include "routing/routing.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 constexpr UINT kProgressId = 0xE810, kCancelId = 0xE811;
@@ -73,18 +74,26 @@ void SProgressStatusBar::StartProgress(int cancellable) {
     progress_.EnableWindow(1);
     if (cancellable) {
         cancel_.EnableWindow(1);
-        const HWND old = ::SetFocus(cancel_.GetHandle());
-        if (old != cancel_.GetHandle()) oldFocus_ = old;
+        const HWND cancel = cancel_.GetHandle(), old = ::GetFocus();
+        if (cancel == nullptr || old == cancel) return;
+        oldFocus_ = old;
+        ::SetFocus(cancel);
     }
 }
 
 void SProgressStatusBar::EndProgress() {
     if (!InProgress()) return;
     state_ = 0;
-    const bool hadFocus = ::GetFocus() == cancel_.GetHandle();
+    const HWND bar = GetHandle(), cancel = cancel_.GetHandle();
+    HWND back = std::exchange(oldFocus_, nullptr);
+    if (cancel != nullptr && ::GetFocus() == cancel) {
+        if (!::IsWindow(back)) back = ::GetAncestor(bar, GA_ROOT);
+        // Before the button is hidden, which would move the focus too.
+        ::SetFocus(back);
+        // Whoever has it now may have ended the bar.
+        if (FromHandlePermanent(bar) != this) return;
+    }
     LayoutProgress();
-    if (hadFocus) ::SetFocus(oldFocus_);
-    oldFocus_ = nullptr;
 }
 
 void SProgressStatusBar::GetSetProgressStatus(Status* get, const Status* set) {
@@ -135,6 +144,7 @@ int SProgressStatusBar::PollQueue(Poll& poll) {
 // The value of CancelRequestedBit that the user's answer leaves.
 int SProgressStatusBar::AskWhetherMeant(Poll& poll) {
     progress_.EnableWindow(1);
+    const bool hadFocus = ::GetFocus() == cancel_.GetHandle();
     cancel_.EnableWindow(0);
     SModuleState* const state = SSetModuleState(SCoreGetModuleState());
     const HWND owner = ::GetAncestor(GetHandle(), GA_ROOT);
@@ -149,6 +159,10 @@ int SProgressStatusBar::AskWhetherMeant(Poll& poll) {
         ::PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) && quit.message == WM_QUIT;
     if (answer != IDYES && !isQuitting) state_ &= ~int{CancelRequestedBit};
     cancel_.EnableWindow(1);
+    if (hadFocus && (state_ & CancellableBit) != 0) {
+        ::SetFocus(cancel_.GetHandle());
+        if (poll.IsAlone()) return 1;
+    }
     return isQuitting ? 1 : state_ & CancelRequestedBit;
 }
 

@@ -60,6 +60,20 @@ struct Answer {
     }
 };
 
+// Does something when the focus leaves it, or comes to it.
+class STestField : public SWnd {
+    SDECLARE_MESSAGE_MAP(STestField);
+
+public:
+    std::function<void()> atFocus, atLoss;
+
+private:
+    void OnSetFocus(SWnd*) { atFocus ? atFocus() : void(); }
+    void OnKillFocus(SWnd*) { atLoss ? atLoss() : void(); }
+};
+SIMPLEMENT_MESSAGE_MAP(STestField, SWnd, SOnSetFocus<&STestField::OnSetFocus>(),
+                       SOnKillFocus<&STestField::OnKillFocus>());
+
 class Progress : public testing::Test {
 protected:
     Progress() {
@@ -185,6 +199,37 @@ TEST_F(Progress, AsksWhetherItWasMeant) {
     EXPECT_EQ(bar->PollCancel(), 0) << "forgotten";
 }
 
+TEST_F(Progress, TheFocusComesBackFromWhereItWasTaken) {
+    SWnd field;
+    const HWND cancel = bar->GetCancelButton().GetHandle();
+    ASSERT_EQ(field.Create("S_CtrlWnd", nullptr, WS_VISIBLE, RECT{0, 0, 9, 9}, frame.get(), 5), 1);
+    ::SetFocus(field.GetHandle());
+    bar->StartProgress(1);
+    PressEscape();
+    Answer::With(IDNO);
+    EXPECT_EQ(bar->PollCancel(), 0);
+    EXPECT_EQ(::GetFocus(), cancel) << "the question took it";
+    bar->EndProgress();
+    EXPECT_EQ(::GetFocus(), field.GetHandle());
+
+    // The user went elsewhere meanwhile.
+    bar->StartProgress(1);
+    ::SetFocus(frame->GetHandle());
+    bar->EndProgress();
+    EXPECT_EQ(::GetFocus(), frame->GetHandle());
+
+    // There is nowhere to go back to.
+    ::SetFocus(nullptr);
+    bar->StartProgress(1);
+    bar->EndProgress();
+    EXPECT_EQ(::GetFocus(), frame->GetHandle());
+    ::SetFocus(field.GetHandle());
+    bar->StartProgress(1);
+    field.DestroyWindow();
+    bar->EndProgress();
+    EXPECT_EQ(::GetFocus(), frame->GetHandle());
+}
+
 TEST_F(Progress, EndsWithTheProgram) {
     bar->StartProgress(1);
     InPoll([] { ::PostQuitMessage(7); });
@@ -226,6 +271,27 @@ TEST_F(Progress, TheBarMayEndInItsPoll) {
     bar->StartProgress(1);
     InPoll([&] { bar.reset(); });
     EXPECT_EQ(bar->PollCancel(), 1);
+}
+
+TEST_F(Progress, TheBarMayEndWhenTheFocusMoves) {
+    for (const bool atStart : {true, false}) {
+        SCOPED_TRACE(atStart);
+        if (bar == nullptr) {
+            bar = std::make_unique<SProgressStatusBar>();
+            ASSERT_EQ(bar->Create(frame.get(), WS_CHILD | WS_VISIBLE, 0, SStatusBar::DefaultId), 1);
+        }
+        STestField field;
+        ASSERT_EQ(field.Create("S_CtrlWnd", nullptr, WS_VISIBLE, RECT{0, 0, 9, 9}, frame.get(), 5),
+                  1);
+        field.SetFocus();
+        (atStart ? field.atLoss : field.atFocus) = [&] { bar.reset(); };
+        SProgressStatusBar& working = *bar;
+        working.StartProgress(1);
+        EXPECT_EQ(bar == nullptr, atStart);
+        if (!atStart) working.EndProgress();
+        EXPECT_EQ(bar, nullptr);
+        field.atLoss = nullptr;
+    }
 }
 
 TEST_F(Progress, StatusIsTakenAndPutBack) {

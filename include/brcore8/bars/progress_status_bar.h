@@ -44,7 +44,8 @@ public:
     // Shows the progress control, and the button when the operation can be cancelled; the button
     // then has the keyboard's focus. Once more with the same argument changes nothing but that.
     void StartProgress(int cancellable);
-    // Both disappear, and the focus goes back to where it was.
+    // Both disappear, and the focus, if the button has it, goes back to where it was, or to the
+    // top-level window when that is gone.
     void EndProgress();
     int InProgress() const noexcept { return (state_ & InProgressBit) != 0; }
 
