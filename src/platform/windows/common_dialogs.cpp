@@ -79,7 +79,7 @@ bool AskFile(HWND owner, const FileQuestion& question, std::string& path) {
 }
 
 bool AskFolder(HWND owner, const std::string& title, std::string& path) {
-    CoInitialize(nullptr);
+    const bool isInitialized = SUCCEEDED(CoInitialize(nullptr));
     char name[MAX_PATH] = "";
     BROWSEINFOA record{};
     record.hwndOwner = owner;
@@ -90,7 +90,7 @@ bool AskFolder(HWND owner, const std::string& title, std::string& path) {
     const bool isChosen = chosen != nullptr && SHGetPathFromIDListA(chosen, name);
     if (chosen != nullptr) CoTaskMemFree(chosen);
     if (isChosen) path = name;
-    CoUninitialize();
+    if (isInitialized) CoUninitialize();
     return isChosen;
 }
 
