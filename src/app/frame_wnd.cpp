@@ -22,7 +22,7 @@ int SFrameWnd::OfferCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* i
     if (const int handled = SWnd::OnCmdMsg(id, packed, extra, info)) return handled;
     // A handler that leaves the command to others may have ended the frame.
     if (FromHandlePermanent(handle) != this) return 0;
-    SCmdTarget* const view = FindView();
+    SCmdTarget* const view = GetView();
     return view != nullptr ? view->OnCmdMsg(id, packed, extra, info) : 0;
 }
 
@@ -36,13 +36,9 @@ void SFrameWnd::OnInitMenuPopup(SMenu* popup, UINT, BOOL isSystem) {
 
 // --- Layout -------------------------------------------------------------------------------------
 
-SWnd* SFrameWnd::GetView() const {
-    return view_ != nullptr ? view_ : FromHandlePermanent(::GetDlgItem(GetHandle(), ViewId));
-}
-
 // The view as long as it has a window here: who ends it does not say so.
-SWnd* SFrameWnd::FindView() {
-    if (view_ == nullptr) return GetView();
+SWnd* SFrameWnd::GetView() const {
+    if (view_ == nullptr) return FromHandlePermanent(::GetDlgItem(GetHandle(), ViewId));
     if (FromHandlePermanent(viewWindow_) == view_) return view_;
     viewWindow_ = ::GetWindow(GetHandle(), GW_CHILD);
     while (viewWindow_ != nullptr && FromHandlePermanent(viewWindow_) != view_)
@@ -61,7 +57,7 @@ void SFrameWnd::RecalcLayout() {
         ::SendMessageA(child, kLayoutBarsMessage, 0, reinterpret_cast<LPARAM>(&room));
     }
     if (FromHandlePermanent(handle) != this) return;
-    if (SWnd* const view = FindView())
+    if (SWnd* const view = GetView())
         view->SetWindowPos(nullptr, room.left, room.top, room.right - room.left,
                            room.bottom - room.top, SWP_NOZORDER | SWP_NOACTIVATE);
     // Whoever was told of a new size may have ended the frame.

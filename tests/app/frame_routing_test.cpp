@@ -135,13 +135,17 @@ TEST_F(FrameRouting, AViewThatIsGoneIsNotAsked) {
     auto set = std::make_unique<STestRouteView>();
     frame.SetView(set.get());
     EXPECT_EQ(Whose(kViewAndApp), "STestRouteApp") << "it has no window yet";
+    EXPECT_EQ(frame.GetView(), nullptr);
     ASSERT_EQ(MakeView(*set), 1);
     EXPECT_EQ(SFindCommandHandler(frame, kViewAndApp).target, set.get());
+    EXPECT_EQ(frame.GetView(), set.get());
     set->DestroyWindow();
+    EXPECT_EQ(frame.GetView(), nullptr);
     EXPECT_EQ(Whose(kViewAndApp), "STestRouteApp");
     ASSERT_EQ(MakeView(*set), 1);
     EXPECT_EQ(SFindCommandHandler(frame, kViewAndApp).target, set.get());
     set.reset();
+    EXPECT_EQ(frame.GetView(), nullptr);
     EXPECT_EQ(Whose(kViewAndApp), "STestRouteApp");
     frame.RecalcLayout();
     frame.SetView(nullptr);

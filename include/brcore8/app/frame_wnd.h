@@ -23,7 +23,7 @@ public:
 
     // The child that fills what the bars leave, and is asked about commands behind the frame; null
     // is none. It stays the caller's and may end first. Where none was set it is the child with the
-    // identifier ViewId.
+    // identifier ViewId. GetView answers it while it has a window in the frame, else null.
     static constexpr UINT ViewId = 0xE900;
     void SetView(SWnd* view) noexcept { view_ = view; }
     SWnd* GetView() const;
@@ -38,11 +38,10 @@ protected:
     int OfferCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info);
 
 private:
-    SWnd* FindView();
     void OnInitMenuPopup(SMenu* popup, UINT index, BOOL isSystem);
 
     SWnd* view_ = nullptr;
-    HWND viewWindow_ = nullptr;
+    mutable HWND viewWindow_ = nullptr;  // as far as it was found last
     HWND layingOut_ = nullptr;
     HACCEL accelerators_ = nullptr;
 };
