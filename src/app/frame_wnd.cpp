@@ -46,6 +46,11 @@ SWnd* SFrameWnd::GetView() const {
     return viewWindow_ != nullptr ? view_ : nullptr;
 }
 
+HWND SFrameWnd::FindFiller() const {
+    const SWnd* const view = GetView();
+    return view != nullptr ? view->GetHandle() : nullptr;
+}
+
 void SFrameWnd::RecalcLayout() {
     const HWND handle = GetHandle();
     // A bar that changes its size may ask for the layout that it is in.
@@ -57,9 +62,9 @@ void SFrameWnd::RecalcLayout() {
         ::SendMessageA(child, kLayoutBarsMessage, 0, reinterpret_cast<LPARAM>(&room));
     }
     if (FromHandlePermanent(handle) != this) return;
-    if (SWnd* const view = GetView())
-        view->SetWindowPos(nullptr, room.left, room.top, room.right - room.left,
-                           room.bottom - room.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (const HWND filler = FindFiller())
+        ::SetWindowPos(filler, nullptr, room.left, room.top, room.right - room.left,
+                       room.bottom - room.top, SWP_NOZORDER | SWP_NOACTIVATE);
     // Whoever was told of a new size may have ended the frame.
     if (FromHandlePermanent(handle) == this) layingOut_ = nullptr;
 }

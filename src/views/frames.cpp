@@ -97,8 +97,7 @@ int SMDIFrameWnd::CreateClient() {
     if (client_ != nullptr || GetHandle() == nullptr) return 0;
     client_ = brcore8::CreateDocumentClient(GetHandle(), kFirstDocument - 1);
     if (client_ == nullptr) return 0;
-    const RECT client = GetClientRect();
-    ::MoveWindow(client_, 0, 0, client.right, client.bottom, 1);
+    RecalcLayout();
     return 1;
 }
 
@@ -110,8 +109,36 @@ SMDIChildWnd* SMDIFrameWnd::GetActiveChild() const {
                : nullptr;
 }
 
-// The client follows the frame's size by this.
+HWND SMDIFrameWnd::FindFiller() const {
+    return client_ != nullptr ? client_ : SFrameWnd::FindFiller();
+}
+
+int SMDIFrameWnd::PreTranslateMessage(MSG* message) {
+    if (SFrameWnd::PreTranslateMessage(message)) return 1;
+    const bool hasCtrl = ::GetKeyState(VK_CONTROL) < 0 && ::GetKeyState(VK_MENU) >= 0;
+    if (message->message != WM_KEYDOWN || !hasCtrl) return 0;
+    const bool isBack = ::GetKeyState(VK_SHIFT) < 0;
+    WPARAM command = 0;
+    switch (message->wParam) {
+        case VK_F4:
+            command = SC_CLOSE;
+            break;
+        case VK_F6:
+        case VK_TAB:
+            command = isBack ? SC_PREVWINDOW : SC_NEXTWINDOW;
+            break;
+        default:
+            return 0;
+    }
+    const auto active = reinterpret_cast<HWND>(SendClient(WM_MDIGETACTIVE));
+    if (active == nullptr) return 0;
+    ::SendMessageA(active, WM_SYSCOMMAND, command, static_cast<LPARAM>(message->wParam));
+    return 1;
+}
+
+// The platform's would give its client the bars' room too with each size.
 LRESULT SMDIFrameWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_SIZE) return SFrameWnd::DefWindowProc(message, wParam, lParam);
     if (message == WM_NCDESTROY) client_ = nullptr;
     return brcore8::DefDocumentFrame(GetHandle(), client_, message, wParam, lParam);
 }

@@ -36,6 +36,8 @@ protected:
     int OnCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info) override;
     // The frame and its view alone.
     int OfferCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info);
+    // The child that RecalcLayout gives what the bars leave, or null: the view's window.
+    virtual HWND FindFiller() const;
 
 private:
     void OnInitMenuPopup(SMenu* popup, UINT index, BOOL isSystem);

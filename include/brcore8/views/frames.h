@@ -74,10 +74,15 @@ public:
     void Tile() { SendClient(WM_MDITILE); }
     void ActivateNext() { SendClient(WM_MDINEXT); }
 
+    // The frame's keys, and those for its documents: with Ctrl, F4 closes the active one, F6 and
+    // Tab go to the next, and with Shift to the one before.
+    int PreTranslateMessage(MSG* message) override;
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 protected:
     int OnCmdMsg(UINT id, int packed, void* extra, S_CMDHANDLERINFO* info) override;
+    // The window of the documents, where there is one.
+    HWND FindFiller() const override;
 
 private:
     LRESULT SendClient(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
