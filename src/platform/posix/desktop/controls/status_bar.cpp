@@ -6,6 +6,7 @@
 
 #include "platform/posix/desktop/controls/control.h"
 #include "platform/posix/desktop/scale.h"
+#include "platform/posix/desktop/sums.h"
 
 namespace brcore8::desktop {
 
@@ -16,6 +17,7 @@ constexpr int kGap = 2;
 constexpr int kLeastHeight = 20;
 constexpr int kMostParts = 256;
 constexpr int kGrip = 12;
+constexpr std::size_t kLongestText = 0xFFFF;  // an answer has 16 bits for the length
 
 struct Part {
     int right = -1;  // -1 reaches to the end of the bar
@@ -164,8 +166,8 @@ void StatusBar::Create() {
 int StatusBar::Height() const {
     const TEXTMETRICA metrics = ControlMeasure(Font()).Metrics();
     const int leading = metrics.tmInternalLeading != 0 ? metrics.tmInternalLeading : 2;
-    return std::max(
-        {metrics.tmHeight + leading + Scaled(4), minimum_ + kVerticalBorder, Scaled(kLeastHeight)});
+    return std::max({metrics.tmHeight + leading + Scaled(4), Sum(minimum_, kVerticalBorder),
+                     Scaled(kLeastHeight)});
 }
 
 void StatusBar::Dock() {
@@ -240,8 +242,12 @@ LRESULT StatusBar::GetText(WPARAM number, char* out) {
     const Part* const part = PartOf(number);
     if (part == nullptr) return 0;
     if ((part->type & SBT_OWNERDRAW) != 0) return part->data;
-    if (out != nullptr) std::memcpy(out, part->text.c_str(), part->text.size() + 1);
-    return MAKELRESULT(part->text.size(), part->type);
+    const std::size_t length = std::min(part->text.size(), kLongestText);
+    if (out != nullptr) {
+        std::memcpy(out, part->text.data(), length);
+        out[length] = '\0';
+    }
+    return MAKELRESULT(length, part->type);
 }
 
 LRESULT StatusBar::SetSimple(bool simple) {
@@ -255,7 +261,7 @@ LRESULT StatusBar::SetSimple(bool simple) {
 
 RECT StatusBar::RectOf(std::size_t number) const noexcept {
     const RECT client = ClientRect();
-    const int left = number == 0 ? 0 : parts_[number - 1].right + kGap;
+    const int left = number == 0 ? 0 : Sum(parts_[number - 1].right, kGap);
     int right = parts_[number].right;
     if (right == -1) right = client.right;
     return {left, kVerticalBorder, right, client.bottom};
