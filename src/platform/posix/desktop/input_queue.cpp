@@ -131,7 +131,8 @@ LPARAM PackPoint(POINT at) noexcept {
     return MAKELPARAM(static_cast<WORD>(at.x), static_cast<WORD>(at.y));
 }
 
-// Builds the message; false when there is nobody for it. `isEaten` when it may not be seen.
+// Builds the message; false when there is nobody for it. `isEaten` when it may not be seen, which
+// a window that the click would activate says only when it is removed.
 bool MakeMouse(Thread& thread, const Input& input, const Target& target, MSG& out, bool removes,
                bool& isEaten) {
     if (target.window == nullptr) return false;
@@ -160,14 +161,14 @@ bool MakeMouse(Thread& thread, const Input& input, const Target& target, MSG& ou
         out.wParam = static_cast<WPARAM>(target.part);
         out.lParam = PackPoint(input.at);
     }
+    isEaten = target.part == HTERROR || target.part == HTNOWHERE;
     if (!removes || isCaptured) return true;
     if (isDown && target.part != HTERROR) {
         TellParents(target.window, input.message, input.at);
-        isEaten = !ActivateByClick(target, input.message);
+        if (!ActivateByClick(target, input.message)) isEaten = true;
     }
     SendMessageA(target.window, WM_SETCURSOR, reinterpret_cast<WPARAM>(target.window),
                  MAKELPARAM(static_cast<WORD>(target.part), input.message));
-    isEaten = isEaten || target.part == HTERROR || target.part == HTNOWHERE;
     return IsWindow(target.window);
 }
 
@@ -258,7 +259,8 @@ bool TakeInput(Thread& thread, Guard& lock, MSG& out, HWND window, UINT first, U
             continue;
         }
         if (!Matches(message, window, first, last)) continue;
-        if (!remove) {
+        // What nobody may see goes, whoever looks.
+        if (!remove && !isEaten) {
             out = message;
             return true;
         }
