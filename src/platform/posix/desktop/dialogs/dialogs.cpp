@@ -213,6 +213,8 @@ HWND CreateDialogIndirectParamA(HINSTANCE instance, const DLGTEMPLATE* bytes, HW
 
 INT_PTR DialogBoxIndirectParamA(HINSTANCE instance, const DLGTEMPLATE* bytes, HWND owner,
                                 DLGPROC procedure, LPARAM param) {
+    // The mouse is the dialog's, whoever held it.
+    if (const HWND holder = GetCapture()) SendMessageA(holder, WM_CANCELMODE, 0, 0);
     if (owner != nullptr && Find(owner) == nullptr) return 0;
     if (owner != nullptr) owner = GetAncestor(owner, GA_ROOT);
     const bool disables = owner != nullptr && IsWindowEnabled(owner);

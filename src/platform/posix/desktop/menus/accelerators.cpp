@@ -57,19 +57,40 @@ int CommandOf(const Table& table, const MSG& message) noexcept {
 }
 
 struct InBar {
-    HMENU popup = nullptr;  // the bar's popup that has the command in it, or below
-    UINT index = 0;
+    UINT index = 0;         // in the bar, of the command or the popup that leads to it
+    HMENU popup = nullptr;  // the one that has the command in it
+    UINT popupIndex = 0;    // in the menu that opens the popup
     bool isThere = false;
 };
+
+// From the bar's popup to the one below that holds the command.
+void Descend(InBar& found, UINT command, HMENU holder) {
+    const auto leads = [=](const MenuItem& item) {
+        return item.subMenu != nullptr &&
+               FindMenuItem(item.subMenu, command, false).handle == holder;
+    };
+    while (found.popup != holder) {
+        const std::vector<MenuItem>& items = FindMenu(found.popup)->items;
+        const auto at = std::find_if(items.begin(), items.end(), leads);
+        if (at == items.end()) return;
+        found.popup = at->subMenu;
+        found.popupIndex = static_cast<UINT>(at - items.begin());
+    }
+}
 
 InBar FindInBar(HMENU bar, UINT command) {
     const std::lock_guard guard(Lock());
     const Menu* const menu = FindMenu(bar);
     for (std::size_t i = 0; menu != nullptr && i < menu->items.size(); ++i) {
-        const MenuItem& item = menu->items[i];
-        if (item.subMenu == nullptr ? item.id == command
-                                    : static_cast<bool>(FindMenuItem(item.subMenu, command, false)))
-            return {item.subMenu, static_cast<UINT>(i), true};
+        InBar found{static_cast<UINT>(i), menu->items[i].subMenu, static_cast<UINT>(i), true};
+        if (found.popup == nullptr) {
+            if (menu->items[i].id == command) return found;
+            continue;
+        }
+        const MenuPlace place = FindMenuItem(found.popup, command, false);
+        if (!place) continue;
+        Descend(found, command, place.handle);
+        return found;
     }
     return {};
 }
@@ -87,7 +108,7 @@ bool IsAllowed(HWND window, HMENU bar, UINT command) {
     SendMessageA(window, WM_INITMENU, reinterpret_cast<WPARAM>(bar), 0);
     if (place.popup != nullptr)
         SendMessageA(window, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(place.popup),
-                     MAKELPARAM(place.index, 0));
+                     MAKELPARAM(place.popupIndex, 0));
     return IsWindow(window) && IsMenu(bar) && !IsOff(bar, command, MF_BYCOMMAND) &&
            !IsOff(bar, place.index, MF_BYPOSITION);
 }

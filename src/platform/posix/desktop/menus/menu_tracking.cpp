@@ -121,7 +121,7 @@ BOOL TrackPopupMenu(HMENU menu, UINT flags, int x, int y, int, HWND window, cons
 
 BOOL EndMenu() {
     if (Tracker::current == nullptr) return 0;
-    Tracker::current->End();
+    Tracker::current->Leave();
     // The loop may be waiting for a message.
     PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
     return 1;

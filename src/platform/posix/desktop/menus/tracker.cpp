@@ -275,6 +275,21 @@ UINT Tracker::Run() {
     return chosen_;
 }
 
+void Tracker::Leave() {
+    End();
+    if (GetCapture() == owner_) ReleaseCapture();
+    std::vector<HWND> shown;
+    {
+        const std::lock_guard guard(Lock());
+        for (const Level& level : levels_) {
+            const Menu* const menu = FindMenu(level.menu);
+            if (menu != nullptr && menu->window != nullptr) shown.push_back(menu->window);
+        }
+    }
+    for (const HWND window : shown)
+        ShowWindow(window, SW_HIDE);
+}
+
 void Tracker::Finish() {
     isDone_ = true;
     const HMENU top = levels_[0].menu;

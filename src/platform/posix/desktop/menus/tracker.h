@@ -28,6 +28,9 @@ public:
     // Runs; the identifier that was chosen, or 0.
     UINT Run();
     void End() noexcept { isDone_ = true; }
+    // Ends, and gives the mouse and the screen back before the loop goes on: it may be waiting for
+    // a dialog that a handler shows.
+    void Leave();
 
     void SelectNext(int step);
     void EnterSelected(bool selectsFirst);

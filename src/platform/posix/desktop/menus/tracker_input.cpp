@@ -72,7 +72,10 @@ void Tracker::HandleCharacter(char character) {
              reinterpret_cast<LPARAM>(levels_[level].menu));
     if (!Lives()) return;
     const UINT what = HIWORD(static_cast<std::uint64_t>(answer));
-    if (what == MNC_CLOSE) End();
+    if (what == MNC_IGNORE) MessageBeep(0);
+    // A letter that nobody knows does not enter the bar.
+    const bool isIdle = isBar_ && level == 0 && levels_[0].selected == kNoItem;
+    if (what == MNC_CLOSE || (what == MNC_IGNORE && isIdle)) End();
     if (what != MNC_EXECUTE && what != MNC_SELECT) return;
     Select(level, LOWORD(static_cast<std::uint64_t>(answer)));
     if (what == MNC_EXECUTE && Lives()) Choose();
