@@ -202,6 +202,8 @@ std::optional<LRESULT> Edit::AnswerLook(UINT message, WPARAM wParam, LPARAM lPar
             return 0;
         }
         case WM_GETDLGCODE:
+            // Only dialogs ask about a message.
+            if (lParam != 0) isInDialog_ = true;
             return DialogCode();
         default:
             return std::nullopt;

@@ -57,6 +57,9 @@ private:
 
     // --- Keys and mouse
     LRESULT PressKey(WPARAM key);
+    // What the key does to the dialog that the field is in; false when it is the field's.
+    bool PressForDialog(WPARAM key);
+    bool IsDialogKey(WPARAM key) const noexcept;
     bool MoveByKey(WPARAM key, bool isWord);
     void MoveTo(std::size_t at);
     void MoveLines(std::int64_t lines);
@@ -116,6 +119,7 @@ private:
     std::size_t firstLine_ = 0;
     int scrollX_ = 0;
     bool hasFocus_ = false;
+    bool isInDialog_ = false;
 };
 
 }  // namespace brcore8::desktop

@@ -131,6 +131,8 @@ void Edit::Type(char c) {
         ReplaceSelection({std::exchange(lead_, '\0'), c}, true);
         return;
     }
+    // The characters of these keys have their keys' numbers.
+    if (IsDialogKey(static_cast<unsigned char>(c))) return;
     switch (c) {
         case '\r':
         case '\n':

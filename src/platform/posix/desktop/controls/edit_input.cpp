@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/posix/desktop/controls/edit.h"
+#include "platform/posix/desktop/dialogs/dialog.h"
 
 namespace brcore8::desktop {
 
@@ -16,7 +17,28 @@ bool IsDown(int key) noexcept {
 
 }  // namespace
 
+// A field of many lines asks a dialog for all keys: those that the dialog cannot do without are
+// given back. With Ctrl they are the field's.
+bool Edit::IsDialogKey(WPARAM key) const noexcept {
+    if (!isInDialog_ || !HasLines() || IsDown(VK_CONTROL)) return false;
+    return key == VK_TAB || key == VK_ESCAPE ||
+           (key == VK_RETURN && (Style() & ES_WANTRETURN) == 0);
+}
+
+bool Edit::PressForDialog(WPARAM key) {
+    if (!IsDialogKey(key)) return false;
+    const HWND dialog = Parent();
+    if (key == VK_TAB)
+        SendMessageA(dialog, WM_NEXTDLGCTL, IsDown(VK_SHIFT), 0);
+    else if (key == VK_ESCAPE)
+        PostMessageA(dialog, WM_CLOSE, 0, 0);
+    else
+        PressDefault(dialog);
+    return true;
+}
+
 LRESULT Edit::PressKey(WPARAM key) {
+    if (PressForDialog(key)) return 0;
     const bool isShift = IsDown(VK_SHIFT);
     const bool isControl = IsDown(VK_CONTROL);
     switch (key) {

@@ -40,6 +40,8 @@ void GoTo(HWND dialog, HWND control);
 void GoToFirst(HWND dialog);
 // Clicks the dialog's button of that number, as a person would.
 bool Press(HWND dialog, int id);
+// What Enter does: presses the button that has the focus, else the default one.
+void PressDefault(HWND dialog);
 
 }  // namespace brcore8::desktop
 

@@ -29,6 +29,10 @@ bool HasStyle(HWND control, DWORD bits) noexcept {
     return (static_cast<DWORD>(GetWindowLongA(control, GWL_STYLE)) & bits) == bits;
 }
 
+bool CanBeUsed(HWND control) noexcept {
+    return HasStyle(control, WS_VISIBLE) && !HasStyle(control, WS_DISABLED);
+}
+
 // The control of the list that the window is, or is in; the list's size when there is none.
 std::size_t PlaceOf(const std::vector<HWND>& controls, HWND window) noexcept {
     return static_cast<std::size_t>(
@@ -75,7 +79,7 @@ bool FollowLetter(HWND dialog, char letter) {
     for (std::size_t step = 1; step <= count; ++step) {
         const std::size_t at = (focused % count + step) % count;
         const HWND control = controls[at];
-        if (!IsWindow(control)) continue;
+        if (!CanBeUsed(control)) continue;
         const LRESULT code = CodeOf(control);
         if ((code & DLGC_WANTCHARS) != 0 || MnemonicOf(TextOf(control)) != letter) continue;
         if ((code & DLGC_BUTTON) != 0) {
@@ -87,6 +91,7 @@ bool FollowLetter(HWND dialog, char letter) {
         std::size_t target = at;
         while ((CodeOf(controls[target]) & DLGC_STATIC) != 0 && target + 1 < count)
             ++target;
+        if (!CanBeUsed(controls[target])) continue;
         GoTo(dialog, controls[target]);
         return true;
     }
@@ -100,17 +105,6 @@ void Arrow(HWND dialog, HWND from, bool isBack) {
     if (IsWindow(next) && (CodeOf(next) & DLGC_RADIOBUTTON) != 0 &&
         SendMessageA(next, BM_GETCHECK, 0, 0) == 0)
         SendMessageA(next, kClick, 0, 0);
-}
-
-void PressDefault(HWND dialog) {
-    const HWND focus = GetFocus();
-    const LRESULT code = focus != nullptr && IsChild(dialog, focus) ? CodeOf(focus) : 0;
-    if ((code & DLGC_DEFPUSHBUTTON) != 0) {
-        Press(dialog, GetDlgCtrlID(focus));
-        return;
-    }
-    const auto answer = static_cast<DWORD>(SendMessageA(dialog, DM_GETDEFID, 0, 0));
-    Press(dialog, HIWORD(answer) == DC_HASDEFID ? LOWORD(answer) : IDOK);
 }
 
 // Whether the key was the dialog's.
@@ -190,6 +184,17 @@ bool Press(HWND dialog, int id) {
     return true;
 }
 
+void PressDefault(HWND dialog) {
+    const HWND focus = GetFocus();
+    const LRESULT code = focus != nullptr && IsChild(dialog, focus) ? CodeOf(focus) : 0;
+    if ((code & DLGC_DEFPUSHBUTTON) != 0) {
+        Press(dialog, GetDlgCtrlID(focus));
+        return;
+    }
+    const auto answer = static_cast<DWORD>(SendMessageA(dialog, DM_GETDEFID, 0, 0));
+    Press(dialog, HIWORD(answer) == DC_HASDEFID ? LOWORD(answer) : IDOK);
+}
+
 }  // namespace brcore8::desktop
 
 using namespace brcore8::desktop;
@@ -203,7 +208,7 @@ HWND GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous) noexcept {
     const std::size_t begin = control != nullptr ? from : previous ? 0 : count - 1;
     for (std::size_t step = 1; step <= count; ++step) {
         const HWND each = controls[(begin + (previous ? count - step : step)) % count];
-        if (HasStyle(each, WS_TABSTOP | WS_VISIBLE) && !HasStyle(each, WS_DISABLED)) return each;
+        if (HasStyle(each, WS_TABSTOP) && CanBeUsed(each)) return each;
     }
     return control;
 }
@@ -225,7 +230,7 @@ HWND GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous) noexcept {
     for (std::size_t step = control != nullptr ? 1 : 0; step <= size; ++step) {
         const std::size_t shift = previous ? size - step % size : step;
         const HWND each = controls[first + (from - first + shift) % size];
-        if (HasStyle(each, WS_VISIBLE) && !HasStyle(each, WS_DISABLED)) return each;
+        if (CanBeUsed(each)) return each;
     }
     return control;
 }
