@@ -4,6 +4,7 @@
 #include "controls/desk.h"
 #include "support/page_scope.h"
 
+#include <climits>
 #include <random>
 #include <string>
 
@@ -98,6 +99,103 @@ TEST_F(EditParts, TheLowerBarGoesAsFarAsTheWidestLine) {
     const int stop = 400;
     Send(edit, EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&stop));
     EXPECT_GT(Range(edit), 500);
+}
+
+// The place of the first character tells how far the field is scrolled.
+int LeftOf(HWND edit) {
+    return static_cast<std::int16_t>(LOWORD(static_cast<WPARAM>(Send(edit, EM_POSFROMCHAR, 0))));
+}
+
+TEST_F(EditParts, LinesAreScrolledAsFarAsTheTextGoes) {
+    const HWND edit = MakeEdit(kWide, std::string(100, 'W').c_str());
+    const int left = LeftOf(edit);
+    const auto scroll = [&](int across, int down) {
+        Send(edit, EM_LINESCROLL, static_cast<WPARAM>(across), down);
+        return left - LeftOf(edit);
+    };
+    const int most = scroll(INT_MAX, INT_MAX);
+    RECT format{};
+    Send(edit, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&format));
+    EXPECT_EQ(most, Range(edit) - (format.right - format.left));
+    EXPECT_EQ(scroll(INT_MAX, 0), most);
+    EXPECT_EQ(scroll(0, INT_MIN), most);
+    EXPECT_EQ(scroll(INT_MIN, INT_MIN), 0);
+}
+
+TEST_F(EditParts, TabStopsMayBeAsFarAsTheyLike) {
+    const HWND edit = MakeEdit(kWide, "\t\tx");
+    const struct {
+        const char* name;
+        WPARAM count;
+        int stops[2];
+        LRESULT answer;
+        bool isFar;
+    } rows[] = {
+        {"more than there are", ~WPARAM{0}, {INT_MAX, 1}, 0, false},
+        {"a negative count", 0x80000000u, {INT_MAX, 1}, 0, false},
+        {"far", 1, {INT_MAX, 0}, 1, true},
+        {"two of them", 2, {INT_MAX, INT_MAX}, 1, true},
+        {"before all", 1, {INT_MIN, 0}, 1, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(Send(edit, EM_SETTABSTOPS, row.count, reinterpret_cast<LPARAM>(row.stops)),
+                  row.answer);
+        EXPECT_GT(Range(edit), 0);
+        EXPECT_EQ(Range(edit) > 1'000'000, row.isFar);
+        UpdateWindow(edit);
+    }
+}
+
+TEST_F(EditParts, TheEndOfAWrappedLineIsOnThatLine) {
+    const struct {
+        const char* name;
+        int page;
+        const char* text;
+        int bytes;  // of the last character
+    } rows[] = {
+        {"words", 1252, "some words that need quite a few lines to be all there", 1},
+        {"one word", 1252, "somewordsthatneedquiteafewlinestobeallthereeee", 1},
+        {"pairs", 932,
+         "\x82\xA0\x82\xA0\x82\xA0\x82\xA0\x82\xA0\x82\xA0\x82\xA0\x82\xA0\x82\xA0\x82\xA0\x82\xA0",
+         2},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const PageScope page(row.page);
+        const HWND edit = Make("EDIT", row.text, ES_MULTILINE, 1, {0, 0, 70, 100});
+        const auto next = static_cast<int>(Send(edit, EM_LINEINDEX, 1));
+        ASSERT_GT(next, 0);
+        const std::string end = std::to_string(next - row.bytes);
+        Send(edit, WM_KEYDOWN, VK_END, 1);
+        EXPECT_EQ(Selection(edit), end + "-" + end);
+        Send(edit, EM_SETSEL, 0, 0);
+        Send(edit, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(68, 4));
+        Send(edit, WM_LBUTTONUP, 0, MAKELPARAM(68, 4));
+        EXPECT_EQ(Selection(edit), end + "-" + end);
+        // The last line has its end.
+        Send(edit, EM_SETSEL, 1000, 1000);
+        Send(edit, WM_KEYDOWN, VK_HOME, 1);
+        Send(edit, WM_KEYDOWN, VK_END, 1);
+        const std::string all = std::to_string(GetWindowTextLengthA(edit));
+        EXPECT_EQ(Selection(edit), all + "-" + all);
+        DestroyWindow(edit);
+    }
+}
+
+TEST_F(EditParts, APasswordShowsAMarkForACharacter) {
+    const PageScope page(932);
+    const HWND pairs = MakeEdit(ES_PASSWORD, "\x82\xA0x");
+    const auto drawn = PixelsOf(pairs);
+    const HWND plain = MakeEdit(ES_PASSWORD, "yx");
+    EXPECT_EQ(Difference(drawn, PixelsOf(plain)), 0);
+}
+
+TEST_F(EditParts, NothingIsCutWhereNothingIsSelected) {
+    const HWND edit = MakeEdit(ES_AUTOHSCROLL, "text");
+    Told();
+    Send(edit, WM_CUT);
+    EXPECT_EQ(Told(), "");
 }
 
 // Only what changes is laid out and measured anew: thousands of changes are no more work than the

@@ -56,7 +56,7 @@ std::optional<LRESULT> Edit::AnswerText(UINT message, WPARAM wParam, LPARAM lPar
             return 0;
         case WM_CUT:
             Copy();
-            if (!IsReadOnly() && password_ == 0) ReplaceSelection({}, true);
+            if (!IsReadOnly() && password_ == 0 && anchor_ != caret_) ReplaceSelection({}, true);
             return 0;
         case WM_COPY:
             Copy();
@@ -141,7 +141,8 @@ std::optional<LRESULT> Edit::AnswerLines(UINT message, WPARAM wParam, LPARAM lPa
             if (!HasLines()) return 0;
             ScrollTo(std::min(static_cast<std::int64_t>(firstLine_) + static_cast<int>(lParam),
                               LastFirstLine()),
-                     scrollX_ + index * averageWidth_);
+                     index != 0 ? AcrossWithin(scrollX_ + std::int64_t{index} * averageWidth_)
+                                : scrollX_);
             return 1;
         case EM_SCROLL:
             return HasLines() ? ScrollBy(wParam) : 0;
@@ -293,9 +294,9 @@ LRESULT Edit::SetPasswordChar(char c) {
 }
 
 LRESULT Edit::SetTabStops(WPARAM count, const int* stops) {
-    if (!HasLines()) return 0;
-    tabStops_.clear();
-    if (count > 0) tabStops_.assign(stops, stops + count);
+    constexpr WPARAM kMost = 0xFFFF;
+    if (!HasLines() || count > kMost || (count > 0 && stops == nullptr)) return 0;
+    tabStops_.assign(stops, stops + count);
     LayOut();
     return 1;
 }

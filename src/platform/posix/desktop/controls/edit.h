@@ -92,6 +92,8 @@ private:
     void ScrollCaret();
     LRESULT ScrollBy(WPARAM what);
     void ScrollAcross(WPARAM what);
+    // As far as the text goes, or it is scrolled already.
+    int AcrossWithin(std::int64_t x);
     void UpdateBars();
     int WidestLine();
     int TrackOf(int bar, WORD carried) const noexcept;

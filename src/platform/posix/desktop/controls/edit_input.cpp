@@ -73,7 +73,7 @@ bool Edit::MoveByKey(WPARAM key, bool isWord) {
             MoveTo(isWord ? 0 : text_.LineStart(line));
             return true;
         case VK_END:
-            MoveTo(isWord ? text_.Size() : text_.LineEnd(line));
+            MoveTo(isWord ? text_.Size() : text_.LastPlace(line));
             return true;
         case VK_UP:
         case VK_DOWN:

@@ -132,6 +132,12 @@ std::size_t EditText::LineEnd(std::size_t line) const noexcept {
     return IsHardStart(next) ? next - 2 : next;
 }
 
+std::size_t EditText::LastPlace(std::size_t line) const noexcept {
+    const std::size_t end = LineEnd(line);
+    const bool goesOn = line + 1 < starts_.size() && starts_[line + 1] == end;
+    return goesOn ? Previous(end) : end;
+}
+
 std::size_t EditText::LineOf(std::size_t at) const noexcept {
     const auto above = std::upper_bound(starts_.begin(), starts_.end(), at);
     return static_cast<std::size_t>(std::max<std::ptrdiff_t>(above - starts_.begin(), 1) - 1);

@@ -32,6 +32,9 @@ public:
     std::size_t LineStart(std::size_t line) const noexcept { return starts_[line]; }
     // Without its line end.
     std::size_t LineEnd(std::size_t line) const noexcept;
+    // The last place that is the line's own: where the next line goes on, before the last
+    // character.
+    std::size_t LastPlace(std::size_t line) const noexcept;
     // The line of a character; of the end, the last one.
     std::size_t LineOf(std::size_t at) const noexcept;
     // How wide the widest line is. `widthOf` is asked once for each line, until the line changes.

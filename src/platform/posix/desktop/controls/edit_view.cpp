@@ -12,6 +12,13 @@
 
 namespace brcore8::desktop {
 
+namespace {
+
+// No line is wider.
+constexpr int kFarthest = 1 << 30;
+
+}  // namespace
+
 bool Edit::IsWrapping() const noexcept {
     return HasLines() && (Style() & ES_AUTOHSCROLL) == 0;
 }
@@ -55,20 +62,23 @@ int Edit::WidthOf(std::size_t at, std::size_t bytes) const {
 }
 
 int Edit::NextTab(int x) const noexcept {
-    const auto pixels = [this](int units) { return std::max(units * averageWidth_ / 4, 1); };
+    const auto pixels = [this](std::int64_t units) {
+        return static_cast<int>(std::clamp<std::int64_t>(units * averageWidth_ / 4, 1, kFarthest));
+    };
     constexpr int kUsual = 32;
     if (tabStops_.size() > 1) {
         for (const int stop : tabStops_)
             if (pixels(stop) > x) return pixels(stop);
-        return x + averageWidth_;
+        return std::min(x + averageWidth_, kFarthest);
     }
     const int every = pixels(tabStops_.empty() ? kUsual : tabStops_[0]);
-    return (x / every + 1) * every;
+    return static_cast<int>(
+        std::min<std::int64_t>((x / every + std::int64_t{1}) * every, kFarthest));
 }
 
 int Edit::Advance(int x, std::size_t at, std::size_t bytes) const {
     if (text_.Get()[at] == '\t' && password_ == 0) return NextTab(x);
-    return std::min(x + WidthOf(at, bytes), 1 << 30);
+    return std::min(x + WidthOf(at, bytes), kFarthest);
 }
 
 int Edit::WidthUpTo(std::size_t line, std::size_t at) const {
@@ -144,11 +154,11 @@ std::size_t Edit::CharacterInLine(std::size_t line, int x) const {
     for (std::size_t at = text_.LineStart(line); at < end;) {
         const std::size_t bytes = text_.Next(at) - at;
         const int to = Advance(from, at, bytes);
-        if (left + (from + to) / 2 > x) return at;
+        if (left + from + (to - from) / 2 > x) return at;
         from = to;
         at += bytes;
     }
-    return end;
+    return text_.LastPlace(line);
 }
 
 std::size_t Edit::CharacterAt(POINT point) const {
@@ -251,8 +261,13 @@ void Edit::ScrollAcross(WPARAM what) {
         default:
             return;
     }
-    ScrollTo(static_cast<std::int64_t>(firstLine_),
-             std::clamp(x, 0, std::max(WidestLine() - page, 0)));
+    ScrollTo(static_cast<std::int64_t>(firstLine_), AcrossWithin(x));
+}
+
+int Edit::AcrossWithin(std::int64_t x) {
+    const RECT format = FormatRect();
+    const int last = std::max({WidestLine() - (format.right - format.left), scrollX_, 0});
+    return static_cast<int>(std::clamp<std::int64_t>(x, 0, last));
 }
 
 int Edit::WidestLine() {
@@ -356,14 +371,17 @@ void Edit::DrawLine(HDC dc, std::size_t line, int top, bool showsSelection) cons
 
 int Edit::DrawRun(HDC dc, std::size_t begin, std::size_t end, int x, int top,
                   bool isSelected) const {
-    std::string run = text_.Get().substr(begin, end - begin);
+    std::string run;
     int right = x;
     for (std::size_t at = begin; at < end;) {
         const std::size_t next = text_.Next(at);
         right += WidthOf(at, next - at);
+        if (password_ != 0)
+            run += password_;
+        else
+            run.append(text_.Get(), at, next - at);
         at = next;
     }
-    if (password_ != 0) std::fill(run.begin(), run.end(), password_);
     const COLORREF old = SetTextColor(dc, 0);
     SetTextColor(dc, isSelected ? GetSysColor(COLOR_HIGHLIGHTTEXT) : old);
     if (isSelected) FillWith(dc, {x, top, right, top + lineHeight_}, COLOR_HIGHLIGHT);
