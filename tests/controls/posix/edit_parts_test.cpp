@@ -7,6 +7,7 @@
 #include <climits>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -196,6 +197,77 @@ TEST_F(EditParts, NothingIsCutWhereNothingIsSelected) {
     Told();
     Send(edit, WM_CUT);
     EXPECT_EQ(Told(), "");
+}
+
+// A field that changed and one that got its text at once have the same lines, wherever they were
+// broken.
+TEST_F(EditParts, ChangesBreakLinesAsTheWholeTextDoes) {
+    static constexpr const char* kTexts[] = {"",     "",           "i",
+                                             " ",    "W",          "\r\n",
+                                             "\r",   "\n",         "i ",
+                                             "a\tb", "some words", "WWWWWWWWWWWW",
+                                             "\x82", "\xA0\x82",   "\r\nii W\r\n",
+                                             "  \t "};
+    const auto linesOf = [](HWND edit) {
+        std::vector<LRESULT> lines;
+        for (LRESULT i = 0; i < Send(edit, EM_GETLINECOUNT); ++i)
+            lines.push_back(Send(edit, EM_LINEINDEX, static_cast<WPARAM>(i)));
+        return lines;
+    };
+    for (const int code : {1252, 932}) {
+        for (const int width : {4, 24, 70}) {
+            SCOPED_TRACE(testing::Message() << code << ", " << width);
+            const PageScope page(code);
+            const RECT place{0, 0, width, 100};
+            const HWND edit = Make("EDIT", "", ES_MULTILINE | ES_AUTOVSCROLL, 1, place);
+            std::mt19937 random(20251122);
+            const auto below = [&](std::size_t limit) { return random() % limit; };
+            std::size_t most = 0;
+            for (int step = 0; step < 800; ++step) {
+                const auto size = static_cast<std::size_t>(GetWindowTextLengthA(edit));
+                const std::size_t begin = below(size + 1);
+                const std::size_t longest = below(40) == 0 ? 200 : 6;
+                Send(edit, EM_SETSEL, begin,
+                     static_cast<LPARAM>(std::min(size, begin + below(longest))));
+                SendText(edit, EM_REPLACESEL, 1, kTexts[below(std::size(kTexts))]);
+                if (below(10) == 0) Send(edit, EM_UNDO);
+                const std::string text = TextOf(edit);
+                const HWND fresh =
+                    Make("EDIT", text.c_str(), ES_MULTILINE | ES_AUTOVSCROLL, 1, place);
+                most = std::max(most, linesOf(fresh).size());
+                ASSERT_EQ(linesOf(edit), linesOf(fresh)) << step;
+                DestroyWindow(fresh);
+            }
+            EXPECT_GT(most, 20u);
+            DestroyWindow(edit);
+        }
+    }
+}
+
+TEST_F(EditParts, TheWidestLineIsKnownAfterManyChanges) {
+    const auto most = [](HWND edit) {
+        Send(edit, EM_LINESCROLL, static_cast<WPARAM>(INT_MIN));
+        Send(edit, EM_LINESCROLL, INT_MAX);
+        return LeftOf(edit);
+    };
+    constexpr DWORD kBare = ES_MULTILINE | ES_AUTOHSCROLL;
+    const HWND edit = MakeEdit(kBare);
+    std::mt19937 random(20251122);
+    const auto below = [&](std::size_t limit) { return random() % limit; };
+    for (int step = 0; step < 300; ++step) {
+        for (std::size_t changes = 1 + below(6); changes > 0; --changes) {
+            const auto size = static_cast<std::size_t>(GetWindowTextLengthA(edit));
+            const std::size_t begin = below(size + 1);
+            Send(edit, EM_SETSEL, begin, static_cast<LPARAM>(std::min(size, begin + below(40))));
+            static constexpr const char* kTexts[] = {"",     "wide and wider than the field is",
+                                                     "\r\n", "W\r\nW\r\nW\r\n",
+                                                     "x",    "ab\r\nwide and wider\r\n"};
+            SendText(edit, EM_REPLACESEL, 1, kTexts[below(std::size(kTexts))]);
+        }
+        const HWND fresh = MakeEdit(kBare, TextOf(edit).c_str());
+        ASSERT_EQ(most(edit), most(fresh)) << step;
+        DestroyWindow(fresh);
+    }
 }
 
 // Only what changes is laid out and measured anew: thousands of changes are no more work than the

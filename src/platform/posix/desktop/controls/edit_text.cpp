@@ -74,56 +74,86 @@ void EditText::SetLayout(bool hasLines, Fit fit) {
 void EditText::LayOut() {
     widths_.clear();
     starts_.clear();
-    LayOutRange(0, text_.size(), starts_);
-    if (IsHardStart(text_.size())) starts_.push_back(text_.size());
+    LayOutFrom(
+        0, [](std::size_t) { return false; }, starts_);
 }
 
 bool EditText::IsHardStart(std::size_t at) const noexcept {
     return at == 0 || (hasLines_ && at >= 2 && text_[at - 1] == '\n' && text_[at - 2] == '\r');
 }
 
-// The lines that begin in [from, to), both starts of paragraphs.
-void EditText::LayOutRange(std::size_t from, std::size_t to, std::vector<std::size_t>& out) const {
-    while (from < to) {
+bool EditText::LayOutFrom(std::size_t from, const std::function<bool(std::size_t start)>& isKnown,
+                          std::vector<std::size_t>& out) const {
+    while (from < text_.size()) {
         const std::size_t found = hasLines_ ? text_.find("\r\n", from) : std::string::npos;
         const std::size_t end = std::min(found, text_.size());
-        out.push_back(from);
-        while (fit_ && (from = fit_(from, end)) < end)
+        do {
+            if (isKnown(from)) return true;
             out.push_back(from);
+            from = fit_ ? fit_(from, end) : end;
+        } while (from < end);
         from = end == text_.size() ? end : end + 2;
     }
+    if (IsHardStart(text_.size())) out.push_back(text_.size());
+    return false;
 }
 
 void EditText::LayOutAround(std::size_t at, std::size_t oldEnd, std::size_t newEnd) {
-    // From the start of the paragraph before, whose end may have come or gone.
+    // A line's break depends on the text up to the first character that had no room, which is in
+    // the next line, or begins the one after it. So only the last lines before `at` may break
+    // elsewhere, also when a carriage return there came to end a paragraph.
+    constexpr int kDependent = 4;
     std::size_t first = LineOf(at);
     if (first > 0) --first;
-    while (first > 0 && !IsHardStart(starts_[first]))
+    for (int i = 1; i < kDependent && first > 0 && !IsHardStart(starts_[first]); ++i)
         --first;
-    // Up to a paragraph whose start is as it was.
+    // From a line on that begins where one began before, behind the change, nothing is new.
     const std::size_t grown = newEnd - oldEnd;  // may wrap, and wraps back
     auto rest = std::lower_bound(starts_.begin(), starts_.end(), oldEnd + 2);
-    while (rest != starts_.end() && !IsHardStart(*rest + grown))
-        ++rest;
-    const std::size_t from = starts_[first];
-    const std::size_t to = rest != starts_.end() ? *rest + grown : text_.size();
+    const auto isOld = [&](std::size_t start) {
+        while (rest != starts_.end() && *rest + grown < start)
+            ++rest;
+        return rest != starts_.end() && *rest + grown == start;
+    };
     std::vector<std::size_t> lines;
-    LayOutRange(from, to, lines);
-    if (rest == starts_.end() && IsHardStart(text_.size())) lines.push_back(text_.size());
+    if (!LayOutFrom(starts_[first], isOld, lines)) rest = starts_.end();
     std::for_each(rest, starts_.end(), [grown](std::size_t& start) { start += grown; });
     const auto changed = starts_.begin() + static_cast<std::ptrdiff_t>(first);
-    const std::ptrdiff_t leaving = rest - changed;
+    ForgetWidths(first, static_cast<std::size_t>(rest - changed), lines.size());
     starts_.insert(starts_.erase(changed, rest), lines.begin(), lines.end());
+}
+
+void EditText::ForgetWidths(std::size_t first, std::size_t gone, std::size_t come) {
     if (widths_.empty()) return;
     const auto begin = widths_.begin() + static_cast<std::ptrdiff_t>(first);
-    widths_.insert(widths_.erase(begin, begin + leaving), lines.size(), -1);
+    const auto end = begin + static_cast<std::ptrdiff_t>(gone);
+    isWidestGone_ = isWidestGone_ || std::find(begin, end, widest_) != end;
+    widths_.insert(widths_.erase(begin, end), come, -1);
+    // Those that had changed already may lie before, behind and within.
+    changedFrom_ = changedFrom_ < changedTo_ ? std::min(changedFrom_, first) : first;
+    changedTo_ = std::max(changedTo_, first + gone) - gone + come;
 }
 
 int EditText::Widest(const std::function<int(std::size_t line)>& widthOf) {
-    widths_.resize(starts_.size(), -1);
-    for (std::size_t line = 0; line < widths_.size(); ++line)
+    if (widths_.empty()) {
+        widths_.resize(starts_.size(), -1);
+        changedFrom_ = 0;
+        changedTo_ = widths_.size();
+        widest_ = 0;
+    }
+    int widest = 0;
+    for (std::size_t line = changedFrom_; line < changedTo_; ++line) {
         if (widths_[line] < 0) widths_[line] = widthOf(line);
-    return *std::max_element(widths_.begin(), widths_.end());
+        widest = std::max(widest, widths_[line]);
+    }
+    changedFrom_ = changedTo_ = 0;
+    // The widest line most often went only to come back longer.
+    if (widest < widest_ && isWidestGone_)
+        widest = *std::max_element(widths_.begin(), widths_.end());
+    else
+        widest = std::max(widest, widest_);
+    isWidestGone_ = false;
+    return widest_ = widest;
 }
 
 std::size_t EditText::LineEnd(std::size_t line) const noexcept {

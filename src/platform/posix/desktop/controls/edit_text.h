@@ -1,7 +1,8 @@
 // The text of an edit field: its characters, the lines that they make, and the one step back.
 //
 // A line ends with a carriage return and a line feed, or where the next word would not fit. The
-// starts of all lines are kept: a change lays its own paragraph out again, and moves the others.
+// starts of all lines are kept: a change lays the lines around it out again, until one begins where
+// one began before, and moves the others.
 #ifndef BRCORE8_PLATFORM_POSIX_DESKTOP_CONTROLS_EDIT_TEXT_H
 #define BRCORE8_PLATFORM_POSIX_DESKTOP_CONTROLS_EDIT_TEXT_H
 
@@ -37,7 +38,8 @@ public:
     std::size_t LastPlace(std::size_t line) const noexcept;
     // The line of a character; of the end, the last one.
     std::size_t LineOf(std::size_t at) const noexcept;
-    // How wide the widest line is. `widthOf` is asked once for each line, until the line changes.
+    // How wide the widest line is. `widthOf` is asked once for each line, until the line changes;
+    // the others are not looked at unless the widest one went.
     int Widest(const std::function<int(std::size_t line)>& widthOf);
 
     // A character's neighbours; a line end is one character, as is a pair of bytes.
@@ -54,12 +56,20 @@ public:
 
 private:
     bool IsHardStart(std::size_t at) const noexcept;
-    void LayOutRange(std::size_t from, std::size_t to, std::vector<std::size_t>& out) const;
+    // The starts of the lines from `from` on, up to one that is known; false without one.
+    bool LayOutFrom(std::size_t from, const std::function<bool(std::size_t start)>& isKnown,
+                    std::vector<std::size_t>& out) const;
     void LayOutAround(std::size_t at, std::size_t oldEnd, std::size_t newEnd);
+    // `gone` lines at `first` became `come` others.
+    void ForgetWidths(std::size_t first, std::size_t gone, std::size_t come);
     void Remember(std::size_t begin, std::size_t end, std::size_t inserted);
 
     std::string text_;
     std::vector<int> widths_;  // of the lines, -1 for those not measured; empty while nobody asks
+    int widest_ = 0;           // of those that were measured when it was last asked for
+    bool isWidestGone_ = false;
+    std::size_t changedFrom_ = 0;  // all lines that are not measured are from here
+    std::size_t changedTo_ = 0;    // to here
     std::vector<std::size_t> starts_{0};
     bool hasLines_ = false;
     Fit fit_;
