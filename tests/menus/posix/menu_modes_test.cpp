@@ -131,6 +131,32 @@ TEST_F(MenuModes, ADialogThatAHandlerShowsHasTheMouse) {
     EXPECT_EQ(FindWindowA("#32768", nullptr), nullptr);
 }
 
+TEST_F(MenuModes, TheWheelScrollsAPopupThatIsHigherThanTheScreen) {
+    const HMENU tall = CreatePopupMenu();
+    constexpr UINT kItems = 300;
+    for (UINT id = 1; id <= kItems; ++id)
+        AppendMenuA(tall, MF_STRING, id, "Item");
+    const int high = GetSystemMetrics(SM_CYSCREEN);
+    const auto choose = [&](int y, std::initializer_list<int> turns) {
+        for (const int turn : turns)
+            PostMessageA(window, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(turn)), 0);
+        POINT at{20, y};
+        ScreenToClient(window, &at);
+        const LPARAM place = MAKELPARAM(static_cast<WORD>(at.x), static_cast<WORD>(at.y));
+        PostMessageA(window, WM_MOUSEMOVE, 0, place);
+        PostMessageA(window, WM_LBUTTONUP, 0, place);
+        return TrackPopupMenu(tall, TPM_RETURNCMD, 0, 0, 0, window, nullptr);
+    };
+    const int usual = choose(high / 2, {});
+    EXPECT_GT(usual, 1);
+    EXPECT_EQ(choose(high / 2, {-WHEEL_DELTA}), usual + 3);
+    EXPECT_EQ(choose(high / 2, {-WHEEL_DELTA, -WHEEL_DELTA, WHEEL_DELTA}), usual + 3);
+    EXPECT_EQ(choose(high / 2, {WHEEL_DELTA}), usual);
+    EXPECT_EQ(choose(high - 4, {-32000}), static_cast<int>(kItems));
+    EXPECT_EQ(choose(4, {-32000, 32000}), 1);
+    DestroyMenu(tall);
+}
+
 TEST_F(MenuModes, AKeyBringsThePopupUpToDateThatHoldsItsCommand) {
     const struct {
         WORD command;

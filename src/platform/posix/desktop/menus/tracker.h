@@ -65,6 +65,8 @@ private:
     void HandleKey(UINT key);
     void HandleMove(POINT screen);
     void HandleRelease(POINT screen);
+    // Scrolls a popup that is higher than the screen.
+    void HandleWheel(int turn);
     // The level and item under a point.
     bool Hit(POINT screen, std::size_t& level, std::size_t& index);
     void Finish();

@@ -1,5 +1,6 @@
 // What keys and the mouse do in menus.
 
+#include <algorithm>
 #include <cctype>
 
 #include "platform/posix/desktop/menus/menu_view.h"
@@ -135,6 +136,22 @@ void Tracker::HandleRelease(POINT screen) {
     if (!opens) Choose();
 }
 
+// Three items a notch, of the popup that opened last.
+void Tracker::HandleWheel(int turn) {
+    const std::size_t level = Deepest();
+    {
+        const std::lock_guard guard(Lock());
+        Menu* const menu = FindMenu(levels_[level].menu);
+        if (menu == nullptr || menu->window == nullptr || menu->items.empty()) return;
+        RECT client{};
+        GetClientRect(menu->window, &client);
+        const RECT& last = menu->items.back().rect;
+        menu->scroll = std::clamp<int>(menu->scroll - turn * 3 * Height(last) / WHEEL_DELTA, 0,
+                                       std::max<int>(last.bottom - client.bottom, 0));
+    }
+    Repaint(level);
+}
+
 void Tracker::HandleMessage(const MSG& message) {
     POINT point{static_cast<std::int16_t>(LOWORD(static_cast<std::uint64_t>(message.lParam))),
                 static_cast<std::int16_t>(HIWORD(static_cast<std::uint64_t>(message.lParam)))};
@@ -169,6 +186,8 @@ void Tracker::HandleMessage(const MSG& message) {
         case WM_NCRBUTTONUP:
             if ((flags_ & TPM_RIGHTBUTTON) != 0) HandleRelease(point);
             return;
+        case WM_MOUSEWHEEL:
+            return HandleWheel(static_cast<std::int16_t>(HIWORD(message.wParam)));
         default:
             if (!isClient) DispatchMessageA(&message);
     }
