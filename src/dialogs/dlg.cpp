@@ -85,6 +85,8 @@ HWND SDlg::Make(HWND owner) {
 }
 
 int SDlg::DoModal() {
+    // The mouse is the dialog's, whoever held it.
+    if (const HWND holder = ::GetCapture()) ::SendMessageA(holder, WM_CANCELMODE, 0, 0);
     const HWND owner = FindOwner();
     isModal_ = true;
     Disabled disabled(owner);

@@ -129,6 +129,23 @@ TEST_F(Dialogs, ADialogMayEndInItsOwnBeginning) {
     EXPECT_TRUE(owner.IsWindowEnabled());
 }
 
+TEST_F(Dialogs, TheMouseIsTheDialogsWhoeverHeldIt) {
+    const Template bytes = Usual(true);
+    STestDialog dialog(bytes.bytes.data(), bytes.bytes.size(), &owner);
+    dialog.inInit = [](STestDialog& d) {
+        d.log += ::GetCapture() == nullptr ? "free;" : "held;";
+        d.Press(IDOK);
+    };
+    SWnd child;
+    ASSERT_EQ(child.CreateEx(0, "S_Window", "", WS_CHILD | WS_VISIBLE, 0, 0, 50, 50,
+                             owner.GetHandle(), nullptr),
+              1);
+    child.SetCapture();
+    EXPECT_EQ(dialog.DoModal(), IDOK);
+    EXPECT_EQ(dialog.log, "init;free;");
+    child.DestroyWindow();
+}
+
 TEST_F(Dialogs, ControlsAreWhereTheTemplateSays) {
     for (const bool isExtended : {false, true}) {
         SCOPED_TRACE(isExtended);
