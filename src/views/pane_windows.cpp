@@ -64,21 +64,24 @@ int SSplitterWnd::CreateStatic(SWnd* parent, int rows, int columns, const RECT& 
 
 SWnd* SSplitterWnd::GetPane(int row, int column) const {
     if (row < 0 || column < 0 || row >= GetRowCount() || column >= GetColumnCount()) return nullptr;
-    return panes_[static_cast<std::size_t>(row) * columns_.size() + column].get();
+    const std::size_t at = static_cast<std::size_t>(row) * columns_.size() + column;
+    return at < panes_.size() ? panes_[at].get() : nullptr;
 }
 
 SWnd* SSplitterWnd::CreatePane(int row, int column, const SClassInfo* info, SIZE size) {
     if (row < 0 || column < 0 || row >= GetRowCount() || column >= GetColumnCount()) return nullptr;
     const std::size_t at = static_cast<std::size_t>(row) * columns_.size() + column;
-    if (panes_[at] != nullptr) return nullptr;
+    const auto isFree = [&] { return at < panes_.size() && panes_[at] == nullptr; };
+    if (!isFree()) return nullptr;
     const UINT id = 0xE900 + static_cast<UINT>(row) * 16 + static_cast<UINT>(column);
     std::unique_ptr<SWnd> pane = brcore8::CreatePaneOf(info, this, {}, id);
-    if (pane == nullptr) return nullptr;
+    // Its creation may have filled the place, or ended all of them.
+    if (pane == nullptr || !isFree()) return nullptr;
     panes_[at] = std::move(pane);
-    if (size.cy > 0) rows_[static_cast<std::size_t>(row)] = size.cy;
-    if (size.cx > 0) columns_[static_cast<std::size_t>(column)] = size.cx;
+    if (size.cy > 0) rows_[static_cast<std::size_t>(row)] = std::min<int>(size.cy, kLargest);
+    if (size.cx > 0) columns_[static_cast<std::size_t>(column)] = std::min<int>(size.cx, kLargest);
     RecalcLayout();
-    return panes_[at].get();
+    return GetPane(row, column);
 }
 
 // Where a row or column begins and ends in its room; the last one takes what is left.
@@ -108,14 +111,14 @@ int SSplitterWnd::GetColumnWidth(int column) const {
 
 int SSplitterWnd::SetRowHeight(int row, int height) {
     if (row < 0 || row >= GetRowCount()) return 0;
-    rows_[static_cast<std::size_t>(row)] = std::max(height, kSmallest);
+    rows_[static_cast<std::size_t>(row)] = std::clamp(height, kSmallest, kLargest);
     RecalcLayout();
     return 1;
 }
 
 int SSplitterWnd::SetColumnWidth(int column, int width) {
     if (column < 0 || column >= GetColumnCount()) return 0;
-    columns_[static_cast<std::size_t>(column)] = std::max(width, kSmallest);
+    columns_[static_cast<std::size_t>(column)] = std::clamp(width, kSmallest, kLargest);
     RecalcLayout();
     return 1;
 }
@@ -206,8 +209,9 @@ void STabPages::Arrange() {
     const int tabs = SScaled(STabBeam::kHeight, GetHandle());
     if (beam_.GetHandle() != nullptr) beam_.MoveWindow({0, 0, client.right, tabs});
     const RECT place{0, tabs, client.right, std::max<LONG>(client.bottom, tabs)};
-    for (const Page& page : pages_)
-        if (page.window != nullptr) page.window->MoveWindow(place);
+    // A page that hears of its size may add others.
+    for (std::size_t i = 0; i < pages_.size(); ++i)
+        if (pages_[i].window != nullptr) pages_[i].window->MoveWindow(place);
 }
 
 SWnd* STabPages::GetPage(int index) const {
@@ -215,24 +219,31 @@ SWnd* STabPages::GetPage(int index) const {
     return at < pages_.size() ? pages_[at].window.get() : nullptr;
 }
 
-bool STabPages::Make(Page& page) {
-    if (page.window == nullptr) {
-        page.window = brcore8::CreatePaneOf(page.info, this, {}, 2);
-        if (page.window != nullptr) Arrange();
-    }
-    return page.window != nullptr;
+// A window that is being made may add pages, close some, or show its own.
+bool STabPages::Make(std::size_t at) {
+    if (pages_[at].window != nullptr) return true;
+    const SClassInfo* const info = pages_[at].info;
+    std::unique_ptr<SWnd> made = brcore8::CreatePaneOf(info, this, {}, 2);
+    if (made == nullptr || at >= pages_.size() || pages_[at].info != info) return false;
+    if (pages_[at].window == nullptr) pages_[at].window = std::move(made);
+    Arrange();
+    return at < pages_.size();
 }
 
 int STabPages::AppendPage(const char* text, const SClassInfo* info, bool madeAtOnce) {
     Page page{info, nullptr};
     if (GetHandle() == nullptr || info == nullptr || info->factory == nullptr) return -1;
-    if (madeAtOnce && !Make(page)) return -1;
-    if (page.window != nullptr) page.window->ShowWindow(SW_HIDE);
+    if (madeAtOnce) {
+        page.window = brcore8::CreatePaneOf(info, this, {}, 2);
+        if (page.window == nullptr) return -1;
+        page.window->ShowWindow(SW_HIDE);
+    }
+    const int added = GetPageCount();
     pages_.push_back(std::move(page));
     beam_.AddTab(text);
     Arrange();
-    if (GetPageCount() == 1) SetCurPage(0);
-    return GetPageCount() - 1;
+    if (added == 0) SetCurPage(0);
+    return added;
 }
 
 int STabPages::ErasePage(int index) {
@@ -247,7 +258,7 @@ int STabPages::ErasePage(int index) {
 
 int STabPages::SetCurPage(int index) {
     const auto at = static_cast<std::size_t>(index);
-    if (at >= pages_.size() || !Make(pages_[at])) return 0;
+    if (at >= pages_.size() || !Make(at)) return 0;
     beam_.SetCurTab(index);
     for (std::size_t i = 0; i < pages_.size(); ++i)
         if (pages_[i].window != nullptr)

@@ -30,6 +30,8 @@ public:
     // Pixels of 96 an inch: SScaled makes them the screen's.
     static constexpr int kBar = 5;
     static constexpr int kSmallest = 10;
+    // The platform's windows are no larger, in pixels of the screen.
+    static constexpr int kLargest = 0x7FFF;
 
     SSplitterWnd() noexcept = default;
     ~SSplitterWnd() override;
@@ -45,7 +47,8 @@ public:
     int GetColumnCount() const noexcept { return static_cast<int>(columns_.size()); }
     int GetRowHeight(int row) const;
     int GetColumnWidth(int column) const;
-    // 0 for one that there is not; the last's follows from the others'.
+    // 0 for one that there is not; the last's follows from the others'. Sizes lie between kSmallest
+    // and kLargest.
     int SetRowHeight(int row, int height);
     int SetColumnWidth(int column, int width);
     void RecalcLayout();
@@ -100,7 +103,7 @@ protected:
     int ErasePage(int index);
 
 private:
-    bool Make(Page& page);
+    bool Make(std::size_t at);
     void Arrange();
     int OnCreate(CREATESTRUCT* create);
     void OnDestroy();
