@@ -28,8 +28,14 @@ void SMiniDockFrameWnd::OnClose() {
 // --- The host -----------------------------------------------------------------------------------
 
 SDockHostWnd::~SDockHostWnd() {
-    for (const Strip& strip : strips_)
-        strip.window->host_ = nullptr;
+    for (SDockWnd* const window : windows_)
+        window->host_ = nullptr;
+    const std::unique_ptr<SWnd> leaving = std::move(center_);
+}
+
+void SDockHostWnd::Forget(SDockWnd* window) {
+    std::erase(windows_, window);
+    Undock(window);
 }
 
 SWnd* SDockHostWnd::CreateCenter(const SClassInfo* info) {
@@ -41,7 +47,9 @@ SWnd* SDockHostWnd::CreateCenter(const SClassInfo* info) {
 }
 
 int SDockHostWnd::Dock(SDockWnd* window, Side side, int size) {
-    if (window == nullptr || window->host_ != this || window->GetHandle() == nullptr) return 0;
+    if (window == nullptr || window->host_ != this || window->GetHandle() == nullptr ||
+        GetHandle() == nullptr)
+        return 0;
     Undock(window);
     if (window->frame_.GetHandle() != nullptr) window->frame_.ShowWindow(SW_HIDE);
     window->side_ = side;
@@ -92,7 +100,7 @@ void SDockHostWnd::OnDestroy() {
 // --- Docked windows -----------------------------------------------------------------------------
 
 SDockWnd::~SDockWnd() {
-    if (host_ != nullptr) host_->Undock(this);
+    if (host_ != nullptr) std::exchange(host_, nullptr)->Forget(this);
     if (GetHandle() != nullptr) DestroyWindow();
 }
 
@@ -105,6 +113,7 @@ int SDockWnd::CreateDock(SDockHostWnd* host, const SClassInfo* content) {
         return 0;
     }
     host_ = host;
+    host_->windows_.push_back(this);
     return 1;
 }
 
@@ -132,7 +141,7 @@ int SDockWnd::DockBack() {
 }
 
 void SDockWnd::OnDestroy() {
-    if (host_ != nullptr) std::exchange(host_, nullptr)->Undock(this);
+    if (host_ != nullptr) std::exchange(host_, nullptr)->Forget(this);
     const std::unique_ptr<SWnd> leaving = std::move(content_);
 }
 

@@ -8,7 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -28,6 +31,59 @@ protected:
 };
 
 constexpr RECT kAll{0, 0, 300, 200};
+
+// Asks its splitter for its neighbour when it ends.
+class STestPane : public SWnd {
+    SDECLARE_CREATABLE(STestPane);
+    SDECLARE_MESSAGE_MAP(STestPane);
+
+public:
+    static inline int asked = 0;
+
+    STestPane() noexcept = default;
+    ~STestPane() override {
+        if (GetHandle() != nullptr) DestroyWindow();
+    }
+    int PreCreateWindow(CREATESTRUCT& create) override {
+        create.lpszClass = "S_CtrlWnd";
+        return 1;
+    }
+
+private:
+    void OnDestroy() {
+        auto* const splitter =
+            static_cast<SSplitterWnd*>(FromHandlePermanent(::GetParent(GetHandle())));
+        EXPECT_EQ(splitter->GetPane(0, 0), nullptr);
+        EXPECT_EQ(splitter->CreatePane(1, 1, &SAboutView::m_SAboutView, {}), nullptr);
+        ++asked;
+    }
+};
+SIMPLEMENT_CREATABLE(STestPane, SWnd, 1);
+SIMPLEMENT_MESSAGE_MAP(STestPane, SWnd, SOnDestroy<&STestPane::OnDestroy>());
+
+TEST_F(Panes, APaneThatEndsFindsNoOthers) {
+    SSplitterWnd splitter;
+    ASSERT_EQ(splitter.CreateStatic(&parent, 2, 2, kAll, 1), 1);
+    ASSERT_NE(splitter.CreatePane(0, 1, &STestPane::m_STestPane, {}), nullptr);
+    STestPane::asked = 0;
+    splitter.DestroyWindow();
+    EXPECT_EQ(STestPane::asked, 1);
+}
+
+TEST_F(Panes, TheSizesOfPanesEndAtTheLargestWindow) {
+    SSplitterWnd splitter;
+    ASSERT_EQ(splitter.CreateStatic(&parent, 4, 4, kAll, 1), 1);
+    ASSERT_NE(splitter.CreatePane(0, 0, &SAboutView::m_SAboutView, {INT_MAX, INT_MAX}), nullptr);
+    EXPECT_EQ(splitter.GetRowHeight(0), int{SSplitterWnd::kLargest});
+    EXPECT_EQ(splitter.GetColumnWidth(0), int{SSplitterWnd::kLargest});
+    for (int i : {0, 1, 2, 3}) {
+        EXPECT_EQ(splitter.SetRowHeight(i, INT_MAX), 1);
+        EXPECT_EQ(splitter.SetColumnWidth(i, INT_MAX), 1);
+    }
+    EXPECT_EQ(splitter.GetRowHeight(1), int{SSplitterWnd::kLargest});
+    EXPECT_EQ(splitter.GetColumnWidth(2), int{SSplitterWnd::kLargest});
+    EXPECT_EQ(splitter.GetRowHeight(3), 0);
+}
 
 TEST_F(Panes, ASplitterMakesItsPanesAndIsDragged) {
     SSplitterWnd splitter;
@@ -92,6 +148,63 @@ TEST_F(Panes, PagesShowOneAtATime) {
     EXPECT_EQ(late.ClosePage(1), 0);
 }
 
+// A page that changes its tab window's pages while it is made.
+class STestPage : public SWnd {
+    SDECLARE_CREATABLE(STestPage);
+    SDECLARE_MESSAGE_MAP(STestPage);
+
+public:
+    static inline std::function<void(STabExWnd&)> change;
+
+    STestPage() noexcept = default;
+    int PreCreateWindow(CREATESTRUCT& create) override {
+        create.lpszClass = "S_CtrlWnd";
+        return 1;
+    }
+
+private:
+    int OnCreate(CREATESTRUCT* create) {
+        if (const auto once = std::exchange(change, nullptr))
+            once(*static_cast<STabExWnd*>(FromHandlePermanent(create->hwndParent)));
+        return 0;
+    }
+};
+SIMPLEMENT_CREATABLE(STestPage, SWnd, 1);
+SIMPLEMENT_MESSAGE_MAP(STestPage, SWnd, SOnCreate<&STestPage::OnCreate>());
+
+TEST_F(Panes, APageMayChangeThePagesWhileItIsMade) {
+    const SClassInfo* const page = &STestPage::m_STestPage;
+    STabExWnd tabs;
+    ASSERT_EQ(tabs.Create(WS_VISIBLE, kAll, &parent, 1), 1);
+    ASSERT_EQ(tabs.AddPage("first", &SAboutView::m_SAboutView), 0);
+    ASSERT_EQ(tabs.AddPage("grows", page), 1);
+    STestPage::change = [&](STabExWnd& made) {
+        for (int i = 0; i < 100; ++i)
+            EXPECT_EQ(made.AddPage("more", page), i + 2);
+    };
+    EXPECT_EQ(tabs.SetCurPage(1), 1);
+    EXPECT_EQ(tabs.GetPageCount(), 102);
+    EXPECT_EQ(tabs.GetCurPage(), 1);
+    ASSERT_NE(tabs.GetPage(1), nullptr);
+    EXPECT_TRUE(tabs.GetPage(1)->IsWindowVisible());
+    EXPECT_EQ(tabs.GetPage(2), nullptr);
+
+    STestPage::change = [](STabExWnd& made) {
+        while (made.GetPageCount() > 1)
+            made.ClosePage(made.GetPageCount() - 1);
+    };
+    EXPECT_EQ(tabs.SetCurPage(2), 0);
+    EXPECT_EQ(tabs.GetPageCount(), 1);
+    EXPECT_EQ(tabs.GetCurPage(), 0);
+
+    // What is added to an empty one shows at once; what that adds comes behind it.
+    STabExWnd other;
+    ASSERT_EQ(other.Create(WS_VISIBLE, kAll, &parent, 2), 1);
+    STestPage::change = [&](STabExWnd& made) { EXPECT_EQ(made.AddPage("second", page), 1); };
+    EXPECT_EQ(other.AddPage("first", page), 0);
+    EXPECT_EQ(other.GetPageCount(), 2);
+}
+
 TEST_F(Panes, DockedWindowsTakeTheirStripsAndFloat) {
     SDockHostWnd host;
     ASSERT_EQ(host.Create(WS_VISIBLE, kAll, &parent, 1), 1);
@@ -126,6 +239,48 @@ TEST_F(Panes, DockedWindowsTakeTheirStripsAndFloat) {
     host.DestroyWindow();
     EXPECT_EQ(left.GetHandle(), nullptr);
     EXPECT_EQ(left.DockBack(), 0);
+}
+
+TEST_F(Panes, DockedWindowsOutliveTheirHostAndTheOtherWayRound) {
+    SDockWnd floating("Floating"), hidden("Hidden"), docked("Docked"), undocked("Undocked");
+    {
+        SDockHostWnd host;
+        ASSERT_EQ(host.Create(WS_VISIBLE, kAll, &parent, 1), 1);
+        for (SDockWnd* const window : {&floating, &hidden, &docked, &undocked})
+            ASSERT_EQ(window->CreateDock(&host, &SAboutView::m_SAboutView), 1);
+        for (SDockWnd* const window : {&floating, &docked, &undocked})
+            ASSERT_EQ(host.Dock(window, SDockHostWnd::kLeft, 50), 1);
+        EXPECT_EQ(host.Undock(&undocked), 1);
+        ASSERT_EQ(floating.Float({50, 60, 200, 220}), 1);
+        {
+            SDockWnd brief("Brief"), gone("Gone");
+            ASSERT_EQ(brief.CreateDock(&host, &SAboutView::m_SAboutView), 1);
+            ASSERT_EQ(gone.CreateDock(&host, &SAboutView::m_SAboutView), 1);
+            ASSERT_EQ(host.Dock(&brief, SDockHostWnd::kTop, 20), 1);
+            gone.DestroyWindow();
+        }
+        EXPECT_EQ(host.GetDockedCount(), 1);
+    }
+    for (SDockWnd* const window : {&hidden, &docked, &undocked})
+        EXPECT_EQ(window->GetHandle(), nullptr) << window->GetTitle();
+    ASSERT_EQ(floating.IsFloating(), 1);
+    SWnd* const frame = SWnd::FromHandlePermanent(GetParent(floating.GetHandle()));
+    frame->SendMessage(WM_CLOSE);  // there is nothing left to put it back to
+    EXPECT_EQ(floating.IsFloating(), 1);
+    EXPECT_FALSE(frame->IsWindowVisible());
+    EXPECT_EQ(floating.Float({50, 60, 200, 220}), 0);
+}
+
+TEST_F(Panes, AHostWithoutAWindowDocksNothing) {
+    SDockHostWnd host;
+    ASSERT_EQ(host.Create(WS_VISIBLE, kAll, &parent, 1), 1);
+    SDockWnd window("Floating");
+    ASSERT_EQ(window.CreateDock(&host, &SAboutView::m_SAboutView), 1);
+    ASSERT_EQ(host.Dock(&window, SDockHostWnd::kLeft, 50), 1);
+    ASSERT_EQ(window.Float({50, 60, 200, 220}), 1);
+    host.DestroyWindow();
+    EXPECT_EQ(window.DockBack(), 0);
+    EXPECT_EQ(window.IsFloating(), 1);
 }
 
 TEST_F(Panes, FramesFloatAndSplash) {

@@ -12,7 +12,8 @@
 //
 // Threads: the one that runs the user interface.
 // Ownership: the content of a docked window and the middle belong to who holds them; a docked
-// window is the program's.
+// window is the program's. Host and docked windows may end in any order; without its host a docked
+// window neither docks nor floats any more.
 #ifndef BRCORE8_VIEWS_DOCKING_H
 #define BRCORE8_VIEWS_DOCKING_H
 
@@ -55,7 +56,7 @@ public:
     SWnd* GetCenter() const noexcept { return center_.get(); }
 
     // Gives the window a strip of that size; those docked first lie outside. 0 for one of another
-    // host.
+    // host, and without a window of its own.
     int Dock(SDockWnd* window, Side side, int size);
     // 0 for one that is not docked here.
     int Undock(SDockWnd* window);
@@ -63,6 +64,8 @@ public:
     void RecalcLayout();
 
 private:
+    friend class SDockWnd;
+
     struct Strip {
         SDockWnd* window;
         Side side;
@@ -71,9 +74,11 @@ private:
 
     void OnSize(UINT how, int width, int height);
     void OnDestroy();
+    void Forget(SDockWnd* window);
 
     std::unique_ptr<SWnd> center_;
     std::vector<Strip> strips_;
+    std::vector<SDockWnd*> windows_;  // all that were made on it, also those that float
 };
 
 // There is no factory: a docked window is made for its title.
