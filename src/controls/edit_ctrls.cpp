@@ -14,8 +14,15 @@ SString SEditCtrl::GetLine(int line) const {
     const int start = LineIndex(line);
     const int length = start >= 0 ? LineLength(start) : 0;
     if (length <= 0) return SString();
+    if (length > 0xFFFF) {
+        const SString text = GetWindowText();
+        const auto first = static_cast<std::size_t>(start);
+        return start <= text.LengthByte()
+                   ? SString(text.View().substr(first, static_cast<std::size_t>(length)))
+                   : SString();
+    }
     std::vector<char> text(static_cast<std::size_t>(length) + sizeof(WORD));
-    *reinterpret_cast<WORD*>(text.data()) = static_cast<WORD>(length < 0xFFFF ? length : 0xFFFF);
+    *reinterpret_cast<WORD*>(text.data()) = static_cast<WORD>(length);
     const int taken = Ask(EM_GETLINE, line, text.data());
     return SString(text.data(), taken < length ? taken : length);
 }
@@ -45,7 +52,15 @@ POINT SEditCtrl::PosFromChar(int position) const {
 }
 
 int SEditCtrl::CharFromPos(POINT point) const {
-    return LOWORD(Ask<DWORD>(EM_CHARFROMPOS, 0, MAKELPARAM(point.x, point.y)));
+    const auto packed = Ask<DWORD>(EM_CHARFROMPOS, 0, MAKELPARAM(point.x, point.y));
+    if (packed == ~DWORD{0}) return -1;
+    // Both are carried in 16 bits, and none is far before what shows first: a line, or a character
+    // where there is one line alone.
+    const int shown = GetFirstVisibleLine();
+    const bool hasLines = (GetStyle() & ES_MULTILINE) != 0;
+    const int start =
+        hasLines ? LineIndex(shown + static_cast<WORD>(HIWORD(packed) - shown)) : shown;
+    return start + static_cast<WORD>(LOWORD(packed) - start);
 }
 
 RECT SEditCtrl::GetRect() const {

@@ -49,7 +49,8 @@ public:
     SString GetSelText() const;
     void ScrollCaret() { Ask(EM_SCROLLCARET); }
     int LineScroll(int lines, int characters = 0) { return Ask(EM_LINESCROLL, characters, lines); }
-    // The client coordinates of a position, and the position under a point.
+    // The client coordinates of a position, and the position under a point, -1 outside of the
+    // client area. A line's characters behind the first 65,536 are not told apart from those.
     POINT PosFromChar(int position) const;
     int CharFromPos(POINT point) const;
 

@@ -27,11 +27,9 @@ public:
         return static_cast<int>(SendMessage(SB_GETPARTS, static_cast<WPARAM>(count),
                                             reinterpret_cast<LPARAM>(rightEdges)));
     }
-    // Each part has a text and a look of its own (0, SBT_POPOUT, SBT_NOBORDERS).
-    int SetText(int part, const char* text, UINT look = 0) {
-        return static_cast<int>(SendMessage(SB_SETTEXTA, static_cast<WPARAM>(part) | look,
-                                            reinterpret_cast<LPARAM>(text)));
-    }
+    // Each part has a text and a look of its own (0, SBT_POPOUT, SBT_NOBORDERS). Of a longer text
+    // the control gets the whole characters of the first 0xFFFF bytes. 1 or 0.
+    int SetText(int part, const char* text, UINT look = 0);
     SString GetText(int part, UINT* look = nullptr) const;
     // Empty for a part that is not there.
     RECT GetRect(int part) const;
