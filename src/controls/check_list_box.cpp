@@ -4,37 +4,41 @@
 #include <brcore8/graphics/window_dc.h>
 #include <brcore8/window/scaled.h>
 
+#include "controls/take_focus.h"
+#include "controls/track_position.h"
+
 #include <algorithm>
 #include <cstring>
 
 SIMPLEMENT_CREATABLE(SCheckListBoxCtrl, SListBoxCtrl, 2);
-SIMPLEMENT_MESSAGE_MAP(SCheckListBoxCtrl, SListBoxCtrl,
-                       SOnMessage<&SCheckListBoxCtrl::OnAdd>(LB_ADDSTRING),
-                       SOnMessage<&SCheckListBoxCtrl::OnInsert>(LB_INSERTSTRING),
-                       SOnMessage<&SCheckListBoxCtrl::OnDelete>(LB_DELETESTRING),
-                       SOnMessage<&SCheckListBoxCtrl::OnReset>(LB_RESETCONTENT),
-                       SOnMessage<&SCheckListBoxCtrl::OnCount>(LB_GETCOUNT),
-                       SOnMessage<&SCheckListBoxCtrl::OnGetText>(LB_GETTEXT),
-                       SOnMessage<&SCheckListBoxCtrl::OnGetTextLen>(LB_GETTEXTLEN),
-                       SOnMessage<&SCheckListBoxCtrl::OnFind>(LB_FINDSTRING),
-                       SOnMessage<&SCheckListBoxCtrl::OnFindExact>(LB_FINDSTRINGEXACT),
-                       SOnMessage<&SCheckListBoxCtrl::OnSelectString>(LB_SELECTSTRING),
-                       SOnMessage<&SCheckListBoxCtrl::OnGetData>(LB_GETITEMDATA),
-                       SOnMessage<&SCheckListBoxCtrl::OnSetData>(LB_SETITEMDATA),
-                       SOnMessage<&SCheckListBoxCtrl::OnGetCurSel>(LB_GETCURSEL),
-                       SOnMessage<&SCheckListBoxCtrl::OnSetCurSel>(LB_SETCURSEL),
-                       SOnMessage<&SCheckListBoxCtrl::OnGetTop>(LB_GETTOPINDEX),
-                       SOnMessage<&SCheckListBoxCtrl::OnSetTop>(LB_SETTOPINDEX),
-                       SOnMessage<&SCheckListBoxCtrl::OnGetHeight>(LB_GETITEMHEIGHT),
-                       SOnMessage<&SCheckListBoxCtrl::OnGetRect>(LB_GETITEMRECT),
-                       SOnMessage<&SCheckListBoxCtrl::OnFromPoint>(LB_ITEMFROMPOINT),
-                       SOnMessage<&SCheckListBoxCtrl::OnSetFont>(WM_SETFONT),
-                       SOnGetDlgCode<&SCheckListBoxCtrl::OnGetDlgCode>(),
-                       SOnPaint<&SCheckListBoxCtrl::OnPaint>(),
-                       SOnLButtonDown<&SCheckListBoxCtrl::OnLButtonDown>(),
-                       SOnKeyDown<&SCheckListBoxCtrl::OnKeyDown>(),
-                       SOnSetFocus<&SCheckListBoxCtrl::OnFocusChanged>(),
-                       SOnKillFocus<&SCheckListBoxCtrl::OnFocusChanged>());
+SIMPLEMENT_MESSAGE_MAP(
+    SCheckListBoxCtrl, SListBoxCtrl, SOnMessage<&SCheckListBoxCtrl::OnAdd>(LB_ADDSTRING),
+    SOnMessage<&SCheckListBoxCtrl::OnInsert>(LB_INSERTSTRING),
+    SOnMessage<&SCheckListBoxCtrl::OnDelete>(LB_DELETESTRING),
+    SOnMessage<&SCheckListBoxCtrl::OnReset>(LB_RESETCONTENT),
+    SOnMessage<&SCheckListBoxCtrl::OnCount>(LB_GETCOUNT),
+    SOnMessage<&SCheckListBoxCtrl::OnGetText>(LB_GETTEXT),
+    SOnMessage<&SCheckListBoxCtrl::OnGetTextLen>(LB_GETTEXTLEN),
+    SOnMessage<&SCheckListBoxCtrl::OnFind>(LB_FINDSTRING),
+    SOnMessage<&SCheckListBoxCtrl::OnFindExact>(LB_FINDSTRINGEXACT),
+    SOnMessage<&SCheckListBoxCtrl::OnSelectString>(LB_SELECTSTRING),
+    SOnMessage<&SCheckListBoxCtrl::OnGetData>(LB_GETITEMDATA),
+    SOnMessage<&SCheckListBoxCtrl::OnSetData>(LB_SETITEMDATA),
+    SOnMessage<&SCheckListBoxCtrl::OnGetCurSel>(LB_GETCURSEL),
+    SOnMessage<&SCheckListBoxCtrl::OnSetCurSel>(LB_SETCURSEL),
+    SOnMessage<&SCheckListBoxCtrl::OnGetTop>(LB_GETTOPINDEX),
+    SOnMessage<&SCheckListBoxCtrl::OnSetTop>(LB_SETTOPINDEX),
+    SOnMessage<&SCheckListBoxCtrl::OnGetHeight>(LB_GETITEMHEIGHT),
+    SOnMessage<&SCheckListBoxCtrl::OnGetRect>(LB_GETITEMRECT),
+    SOnMessage<&SCheckListBoxCtrl::OnFromPoint>(LB_ITEMFROMPOINT),
+    SOnMessage<&SCheckListBoxCtrl::OnSetFont>(WM_SETFONT),
+    SOnGetDlgCode<&SCheckListBoxCtrl::OnGetDlgCode>(), SOnPaint<&SCheckListBoxCtrl::OnPaint>(),
+    SOnLButtonDown<&SCheckListBoxCtrl::OnLButtonDown>(),
+    SOnLButtonDblClk<&SCheckListBoxCtrl::OnLButtonDown>(),
+    SOnVScroll<&SCheckListBoxCtrl::OnVScroll>(), SOnMouseWheel<&SCheckListBoxCtrl::OnMouseWheel>(),
+    SOnSize<&SCheckListBoxCtrl::OnSize>(), SOnKeyDown<&SCheckListBoxCtrl::OnKeyDown>(),
+    SOnSetFocus<&SCheckListBoxCtrl::OnFocusChanged>(),
+    SOnKillFocus<&SCheckListBoxCtrl::OnFocusChanged>());
 
 struct SCheckListBoxCtrl::Item {
     SString text;
@@ -90,7 +94,7 @@ LRESULT SCheckListBoxCtrl::Insert(WPARAM index, LPARAM text) {
     item.text = reinterpret_cast<const char*>(text);
     items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(at), std::move(item));
     if (current_ >= static_cast<int>(at)) ++current_;
-    Invalidate(1);
+    ShowScrolled();
     return static_cast<LRESULT>(at);
 }
 
@@ -114,7 +118,7 @@ LRESULT SCheckListBoxCtrl::OnDelete(WPARAM index, LPARAM) {
     if (current_ == at) current_ = -1;
     if (current_ > at) --current_;
     top_ = std::max(0, std::min(top_, static_cast<int>(items_.size()) - 1));
-    Invalidate(1);
+    ShowScrolled();
     return static_cast<LRESULT>(items_.size());
 }
 
@@ -122,7 +126,7 @@ LRESULT SCheckListBoxCtrl::OnReset(WPARAM, LPARAM) {
     items_.clear();
     current_ = -1;
     top_ = 0;
-    Invalidate(1);
+    ShowScrolled();
     return 0;
 }
 
@@ -158,7 +162,7 @@ LRESULT SCheckListBoxCtrl::OnSetData(WPARAM index, LPARAM data) {
 LRESULT SCheckListBoxCtrl::Find(WPARAM after, LPARAM text, bool whole) const {
     const SString wanted(reinterpret_cast<const char*>(text));
     const std::size_t count = items_.size();
-    const std::size_t first = static_cast<int>(after) + 1;
+    const std::size_t first = At(after) != nullptr ? after + 1 : 0;
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t at = (first + i) % count;
         const SString& found = items_[at].text;
@@ -176,7 +180,7 @@ void SCheckListBoxCtrl::Select(int index) {
         top_ = std::min(top_, index);
         top_ = std::max(top_, index - VisibleCount() + 1);
     }
-    Invalidate(1);
+    ShowScrolled();
 }
 
 LRESULT SCheckListBoxCtrl::OnSetCurSel(WPARAM index, LPARAM) {
@@ -194,7 +198,7 @@ LRESULT SCheckListBoxCtrl::OnSelectString(WPARAM after, LPARAM text) {
 LRESULT SCheckListBoxCtrl::OnSetTop(WPARAM index, LPARAM) {
     if (At(index) == nullptr) return LB_ERR;
     top_ = static_cast<int>(index);
-    Invalidate(1);
+    ShowScrolled();
     return 0;
 }
 
@@ -207,7 +211,7 @@ void SCheckListBoxCtrl::Turn(int index) {
 }
 
 void SCheckListBoxCtrl::OnLButtonDown(UINT, int x, int y) {
-    SetFocus();
+    if (!brcore8::TakeFocus(*this)) return;
     const int index = top_ + y / ItemHeight();
     if (y < 0 || At(static_cast<WPARAM>(index)) == nullptr) return;
     Select(index);
@@ -232,16 +236,86 @@ void SCheckListBoxCtrl::OnKeyDown(UINT key, UINT, UINT) {
         case VK_END:
             Select(last);
             break;
+        case VK_PRIOR:
+            if (last >= 0) Select(std::max(current_ - VisibleCount(), 0));
+            break;
+        case VK_NEXT:
+            if (last >= 0) Select(std::min(std::max(current_, 0) + VisibleCount(), last));
+            break;
         default:
             Default();
     }
 }
 
+// --- Scrolling ----------------------------------------------------------------------------------
+
+// The bar stays, grey, where all fits: a list that has none was not made with one.
+void SCheckListBoxCtrl::ShowScrolled() {
+    Invalidate(1);
+    if ((GetStyle() & WS_VSCROLL) == 0) return;
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
+    info.nMax = std::max(static_cast<int>(items_.size()) - 1, 0);
+    info.nPage = static_cast<UINT>(VisibleCount());
+    info.nPos = top_;
+    ::SetScrollInfo(GetHandle(), SB_VERT, &info, 1);
+}
+
+void SCheckListBoxCtrl::ScrollTo(int top) {
+    const int most = std::max(static_cast<int>(items_.size()) - VisibleCount(), 0);
+    const int wanted = std::clamp(top, 0, most);
+    if (wanted == top_) return;
+    top_ = wanted;
+    ShowScrolled();
+}
+
+void SCheckListBoxCtrl::OnVScroll(UINT code, SWnd*, UINT position) {
+    switch (code) {
+        case SB_LINEUP:
+            ScrollTo(top_ - 1);
+            break;
+        case SB_LINEDOWN:
+            ScrollTo(top_ + 1);
+            break;
+        case SB_PAGEUP:
+            ScrollTo(top_ - VisibleCount());
+            break;
+        case SB_PAGEDOWN:
+            ScrollTo(top_ + VisibleCount());
+            break;
+        case SB_TOP:
+            ScrollTo(0);
+            break;
+        case SB_BOTTOM:
+            ScrollTo(static_cast<int>(items_.size()));
+            break;
+        case SB_THUMBPOSITION:
+        case SB_THUMBTRACK:
+            ScrollTo(brcore8::TrackPosition(GetHandle(), SB_VERT, position));
+            break;
+    }
+}
+
+// Three lines a notch; fine wheels turn by parts of one.
+int SCheckListBoxCtrl::OnMouseWheel(UINT, int delta, int, int) {
+    turned_ += 3 * delta;
+    const int lines = turned_ / WHEEL_DELTA;
+    turned_ -= lines * WHEEL_DELTA;
+    ScrollTo(top_ - lines);
+    return 1;
+}
+
+void SCheckListBoxCtrl::OnSize(UINT, int, int) {
+    Default();
+    ShowScrolled();
+}
+
 // --- The look -----------------------------------------------------------------------------------
 
-LRESULT SCheckListBoxCtrl::OnSetFont(WPARAM font, LPARAM redraw) {
+LRESULT SCheckListBoxCtrl::OnSetFont(WPARAM font, LPARAM) {
     font_ = reinterpret_cast<HFONT>(font);
-    if (redraw != 0) Invalidate(1);
+    ShowScrolled();
     return 0;
 }
 

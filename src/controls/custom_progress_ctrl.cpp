@@ -8,6 +8,7 @@ SIMPLEMENT_MESSAGE_MAP(SCustomProgressCtrl, SWnd, SOnPaint<&SCustomProgressCtrl:
                        SOnEraseBkgnd<&SCustomProgressCtrl::OnEraseBkgnd>(),
                        SOnSize<&SCustomProgressCtrl::OnSize>(),
                        SOnTimer<&SCustomProgressCtrl::OnTimer>(),
+                       SOnDestroy<&SCustomProgressCtrl::OnDestroy>(),
                        SOnMessage<&SCustomProgressCtrl::OnSetText>(WM_SETTEXT));
 
 void SCustomProgressCtrl::SetStatus(const Status& status) {
@@ -74,6 +75,12 @@ void SCustomProgressCtrl::ShowNow() {
 
 void SCustomProgressCtrl::OnTimer(UINT_PTR id) {
     if (id == kPaintTimer) ShowNow();
+}
+
+// The timer goes with the window.
+void SCustomProgressCtrl::OnDestroy() {
+    Default();
+    isWaiting_ = 0;
 }
 
 void SCustomProgressCtrl::OnSize(UINT, int, int) {

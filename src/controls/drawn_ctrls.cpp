@@ -3,20 +3,24 @@
 #include <brcore8/graphics/window_dc.h>
 #include <brcore8/window/scaled.h>
 
+#include "controls/take_focus.h"
+
 #include <algorithm>
 
 SIMPLEMENT_CREATABLE(SButtonExCtrl, SWnd, 2);
 SIMPLEMENT_MESSAGE_MAP(SButtonExCtrl, SWnd, SOnPaint<&SButtonExCtrl::OnPaint>(),
                        SOnLButtonDown<&SButtonExCtrl::OnLButtonDown>(),
+                       SOnLButtonDblClk<&SButtonExCtrl::OnLButtonDown>(),
                        SOnMouseMove<&SButtonExCtrl::OnMouseMove>(),
                        SOnLButtonUp<&SButtonExCtrl::OnLButtonUp>(),
                        SOnCaptureChanged<&SButtonExCtrl::OnCaptureChanged>(),
                        SOnKeyDown<&SButtonExCtrl::OnKeyDown>(), SOnKeyUp<&SButtonExCtrl::OnKeyUp>(),
                        SOnSetFocus<&SButtonExCtrl::OnFocusChanged>(),
-                       SOnKillFocus<&SButtonExCtrl::OnFocusChanged>(),
+                       SOnKillFocus<&SButtonExCtrl::OnKillFocus>(),
                        SOnEnable<&SButtonExCtrl::OnEnable>(),
                        SOnGetDlgCode<&SButtonExCtrl::OnGetDlgCode>(),
                        SOnMessage<&SButtonExCtrl::OnSetText>(WM_SETTEXT),
+                       SOnMessage<&SButtonExCtrl::OnClickMessage>(BM_CLICK),
                        SOnMessage<&SButtonExCtrl::OnGetCheck>(BM_GETCHECK),
                        SOnMessage<&SButtonExCtrl::OnSetCheck>(BM_SETCHECK));
 SIMPLEMENT_CLASS(SNodeWellCtrl, SButtonExCtrl, 2);
@@ -29,6 +33,7 @@ SIMPLEMENT_MESSAGE_MAP(SColorWellCtrl, SWnd, SOnPaint<&SColorWellCtrl::OnPaint>(
 SIMPLEMENT_CREATABLE(STabBeam, SWnd, 2);
 SIMPLEMENT_MESSAGE_MAP(STabBeam, SWnd, SOnPaint<&STabBeam::OnPaint>(),
                        SOnLButtonDown<&STabBeam::OnLButtonDown>(),
+                       SOnLButtonDblClk<&STabBeam::OnLButtonDown>(),
                        SOnKeyDown<&STabBeam::OnKeyDown>(),
                        SOnGetDlgCode<&STabBeam::OnGetDlgCode>());
 
@@ -68,6 +73,11 @@ LRESULT SButtonExCtrl::OnSetCheck(WPARAM on, LPARAM) {
     return 0;
 }
 
+LRESULT SButtonExCtrl::OnClickMessage(WPARAM, LPARAM) {
+    Click();
+    return 0;
+}
+
 LRESULT SButtonExCtrl::OnSetText(WPARAM, LPARAM) {
     const LRESULT result = Default();
     Invalidate(1);
@@ -91,7 +101,7 @@ void SButtonExCtrl::OnClick() {
 }
 
 void SButtonExCtrl::OnLButtonDown(UINT, int, int) {
-    SetFocus();
+    if (!brcore8::TakeFocus(*this)) return;
     SetCapture();
     isTracking_ = 1;
     Press(1);
@@ -130,6 +140,12 @@ void SButtonExCtrl::OnKeyUp(UINT key, UINT, UINT) {
     }
     Press(0);
     Click();
+}
+
+// The key that holds it down is released somewhere else then.
+void SButtonExCtrl::OnKillFocus(SWnd*) {
+    Press(0);
+    Invalidate(1);
 }
 
 void SButtonExCtrl::OnPaint() {
@@ -192,8 +208,7 @@ void SColorWellCtrl::SetColor(COLORREF color) {
 }
 
 void SColorWellCtrl::OnLButtonUp(UINT, int, int) {
-    SetFocus();
-    Tell(kClicked);
+    if (brcore8::TakeFocus(*this)) Tell(kClicked);
 }
 
 void SColorWellCtrl::OnKeyDown(UINT key, UINT, UINT) {
@@ -277,8 +292,7 @@ void STabBeam::Choose(int index) {
 }
 
 void STabBeam::OnLButtonDown(UINT, int x, int y) {
-    SetFocus();
-    Choose(HitTest({x, y}));
+    if (brcore8::TakeFocus(*this)) Choose(HitTest({x, y}));
 }
 
 void STabBeam::OnKeyDown(UINT key, UINT, UINT) {

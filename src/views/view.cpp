@@ -3,6 +3,8 @@
 #include <brcore8/graphics/window_dc.h>
 #include <brcore8/window/scaled.h>
 
+#include "controls/track_position.h"
+
 #include <algorithm>
 
 SIMPLEMENT_CLASS(SView, SWnd, 1);
@@ -68,17 +70,6 @@ void SetBar(HWND window, int bar, int total, int page, int position) {
     info.nPage = static_cast<UINT>(std::max(page, 1));
     info.nPos = position;
     ::SetScrollInfo(window, bar, &info, 1);
-}
-
-// Where the user holds the thumb. The message carries the lower 16 bits; one that does not carry
-// those is a program's own, and meant as it says.
-int TrackOf(HWND window, int bar, UINT carried) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_TRACKPOS;
-    const bool isKnown = ::GetScrollInfo(window, bar, &info) != 0;
-    return isKnown && static_cast<WORD>(info.nTrackPos) == carried ? info.nTrackPos
-                                                                   : static_cast<int>(carried);
 }
 
 }  // namespace
@@ -154,7 +145,7 @@ int SScrollView::Target(int bar, UINT code, UINT position) const {
             return isVertical ? total_.cy : total_.cx;
         case SB_THUMBPOSITION:
         case SB_THUMBTRACK:
-            return TrackOf(GetHandle(), bar, position);
+            return brcore8::TrackPosition(GetHandle(), bar, position);
         default:
             return at;
     }

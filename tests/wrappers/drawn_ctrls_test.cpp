@@ -1,6 +1,7 @@
 // Controls of the library's own: the same on every system.
 
 #include <brcore8/controls/bar_ctrls.h>
+#include <brcore8/controls/custom_progress_ctrl.h>
 #include <brcore8/controls/drawn_ctrls.h>
 #include <brcore8/controls/list_ctrls.h>
 #include <brcore8/controls/static_ctrls.h>
@@ -8,6 +9,11 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <climits>
+#include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -96,6 +102,29 @@ TEST_F(DrawnControls, AButtonIsClickedByMouseAndSpace) {
     parent.doomed = &button;
     Click(button, 5, 5);
     EXPECT_EQ(button.GetHandle(), nullptr);
+}
+
+TEST_F(DrawnControls, AButtonFollowsDialogsAndFastFingers) {
+    SButtonExCtrl button;
+    ASSERT_EQ(button.Create("&Go", kShown, {0, 0, 60, 24}, &parent, 7), 1);
+    Click(button, 5, 5);
+    // The second click of two that come fast.
+    button.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(5, 5));
+    EXPECT_EQ(button.IsPressed(), 1);
+    button.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+    EXPECT_EQ(TakeCodes(), Codes({0, 0}));
+    button.SendMessage(BM_CLICK);
+    EXPECT_EQ(TakeCodes(), Codes({0}));
+    button.EnableWindow(0);
+    button.SendMessage(BM_CLICK);
+    EXPECT_EQ(TakeCodes(), Codes());
+    button.EnableWindow(1);
+    button.SendMessage(WM_KEYDOWN, VK_SPACE);
+    EXPECT_EQ(button.IsPressed(), 1);
+    button.SendMessage(WM_KILLFOCUS);
+    EXPECT_EQ(button.IsPressed(), 0);
+    button.SendMessage(WM_KEYUP, VK_SPACE);
+    EXPECT_EQ(TakeCodes(), Codes());
 }
 
 TEST_F(DrawnControls, WellsHoldANodeAndAColor) {
@@ -217,6 +246,87 @@ TEST_F(DrawnControls, CheckedItems) {
     EXPECT_EQ(list.GetCount(), 0);
     EXPECT_EQ(list.GetCurSel(), -1);
     EXPECT_FALSE(Shows(list, GetSysColor(COLOR_HIGHLIGHT)));
+}
+
+TEST_F(DrawnControls, CheckedItemsScroll) {
+    SCheckListBoxCtrl list;
+    ASSERT_EQ(list.Create(kShown | WS_VSCROLL, {0, 0, 120, 80}, &parent, 4), 1);
+    const int height = list.GetItemHeight();
+    list.MoveWindow({0, 0, 120, 4 * height + 1});
+    for (int i = 0; i < 20; ++i)
+        list.AddString(("item " + std::to_string(i)).c_str());
+    const auto wheel = [](int delta) { return MAKEWPARAM(0, static_cast<WORD>(delta)); };
+    const struct {
+        const char* name;
+        UINT message;
+        WPARAM wParam;
+        int top;
+        int current;
+    } steps[] = {
+        {"wheel", WM_MOUSEWHEEL, wheel(-WHEEL_DELTA), 3, -1},
+        {"part of a notch", WM_MOUSEWHEEL, wheel(-WHEEL_DELTA / 6), 3, -1},
+        {"the next part", WM_MOUSEWHEEL, wheel(-WHEEL_DELTA / 6), 4, -1},
+        {"wheel over the end", WM_MOUSEWHEEL, wheel(-WHEEL_DELTA * 50), 16, -1},
+        {"wheel over the begin", WM_MOUSEWHEEL, wheel(WHEEL_DELTA * 50), 0, -1},
+        {"line", WM_VSCROLL, SB_LINEDOWN, 1, -1},
+        {"page", WM_VSCROLL, SB_PAGEDOWN, 5, -1},
+        {"line back", WM_VSCROLL, SB_LINEUP, 4, -1},
+        {"page back", WM_VSCROLL, SB_PAGEUP, 0, -1},
+        {"end", WM_VSCROLL, SB_BOTTOM, 16, -1},
+        {"thumb", WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 7), 7, -1},
+        {"begin", WM_VSCROLL, SB_TOP, 0, -1},
+        {"page key", WM_KEYDOWN, VK_NEXT, 1, 4},
+        {"another", WM_KEYDOWN, VK_NEXT, 5, 8},
+        {"page key back", WM_KEYDOWN, VK_PRIOR, 4, 4},
+        {"to the begin", WM_KEYDOWN, VK_PRIOR, 0, 0},
+        {"over the begin", WM_KEYDOWN, VK_PRIOR, 0, 0},
+        {"last", WM_KEYDOWN, VK_END, 16, 19},
+        {"over the end", WM_KEYDOWN, VK_NEXT, 16, 19},
+    };
+    for (const auto& step : steps) {
+        SCOPED_TRACE(step.name);
+        list.SendMessage(step.message, step.wParam);
+        EXPECT_EQ(list.GetTopIndex(), step.top);
+        EXPECT_EQ(list.GetCurSel(), step.current);
+        SCROLLINFO bar{};
+        bar.cbSize = sizeof bar;
+        bar.fMask = SIF_ALL;
+        EXPECT_TRUE(GetScrollInfo(list.GetHandle(), SB_VERT, &bar));
+        EXPECT_EQ(bar.nPos, step.top);
+        EXPECT_EQ(bar.nMax, 19);
+        EXPECT_EQ(bar.nPage, 4u);
+    }
+    EXPECT_EQ(list.FindString(INT_MAX, "item 1"), 1);
+    EXPECT_EQ(list.FindString(1, "item 1"), 10);
+    EXPECT_EQ(list.FindString(19, "item 1"), 1);
+    // Two fast clicks turn a check twice.
+    Click(list, 3, 3);
+    EXPECT_EQ(list.GetCheck(16), SCheckListBoxCtrl::kChecked);
+    list.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(3, 3));
+    EXPECT_EQ(list.GetCheck(16), SCheckListBoxCtrl::kUnchecked);
+    list.ResetContent();
+    EXPECT_NE(list.GetStyle() & WS_VSCROLL, 0u);
+    list.SendMessage(WM_KEYDOWN, VK_NEXT);
+    EXPECT_EQ(list.GetCurSel(), -1);
+}
+
+TEST_F(DrawnControls, ABarThatWaitedToPaintDoesNotWaitForEverInItsNextWindow) {
+    SCustomProgressCtrl bar;
+    for (int position : {50, 100}) {
+        ASSERT_EQ(bar.Create(kShown, {0, 0, 102, 20}, &parent, 6), 1);
+        bar.SetPos(0);
+        bar.UpdateWindow();
+        bar.SetPos(position);  // so soon behind the last that it waits
+        if (position == 50) bar.DestroyWindow();
+    }
+    const COLORREF filled = GetSysColor(COLOR_HIGHLIGHT);
+    MSG message;
+    for (int i = 0; i < 500 && Pixel(bar, 90, 10) != filled; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageA(&message);
+    }
+    EXPECT_EQ(Pixel(bar, 90, 10), filled);
 }
 
 TEST_F(DrawnControls, ButtonsInCategories) {

@@ -57,6 +57,7 @@ private:
     int OnEraseBkgnd(SDC*) { return 1; }
     void OnSize(UINT how, int width, int height);
     void OnTimer(UINT_PTR id);
+    void OnDestroy();
     LRESULT OnSetText(WPARAM, LPARAM);
 
     Status status_;

@@ -11,7 +11,8 @@
 #include <vector>
 
 // A push button with an image beside its text, flat where one likes; it tells its parent
-// BN_CLICKED. The mouse presses it, and so does Space while it has the focus.
+// BN_CLICKED. The mouse presses it, and so does Space while it has the focus; BM_CLICK, which
+// dialogs send for its letter, clicks it.
 class BRCORE8_API SButtonExCtrl : public SWnd {
     SDECLARE_CREATABLE(SButtonExCtrl);
     SDECLARE_MESSAGE_MAP(SButtonExCtrl);
@@ -55,6 +56,8 @@ private:
     void OnFocusChanged(SWnd*) { Invalidate(1); }
     void OnEnable(BOOL) { Invalidate(1); }
     UINT OnGetDlgCode() { return DLGC_BUTTON; }
+    void OnKillFocus(SWnd* to);
+    LRESULT OnClickMessage(WPARAM, LPARAM);
     LRESULT OnSetText(WPARAM, LPARAM);
     LRESULT OnGetCheck(WPARAM, LPARAM) { return isChecked_; }
     LRESULT OnSetCheck(WPARAM on, LPARAM);

@@ -62,7 +62,7 @@ public:
 // A list box whose items have checks. It keeps and draws its items itself and so is the same on
 // every system, also where the platform has no list box; the operations of SListBoxCtrl for one
 // selection work on it. A click on the box, or Space, turns the check, and the parent is told by
-// kCheckChanged in WM_COMMAND.
+// kCheckChanged in WM_COMMAND. The wheel scrolls it, and a bar where it is made with WS_VSCROLL.
 class BRCORE8_API SCheckListBoxCtrl : public SListBoxCtrl {
     SDECLARE_CREATABLE(SCheckListBoxCtrl);
     SDECLARE_MESSAGE_MAP(SCheckListBoxCtrl);
@@ -98,6 +98,8 @@ private:
     int VisibleCount() const;
     RECT PlaceOf(int index) const;
     void Select(int index);
+    void ScrollTo(int top);
+    void ShowScrolled();
     void Turn(int index);
     LRESULT Find(WPARAM after, LPARAM text, bool whole) const;
     LRESULT Insert(WPARAM index, LPARAM text);
@@ -121,16 +123,20 @@ private:
     LRESULT OnGetHeight(WPARAM, LPARAM) { return ItemHeight(); }
     LRESULT OnGetRect(WPARAM index, LPARAM rect);
     LRESULT OnFromPoint(WPARAM, LPARAM point);
-    LRESULT OnSetFont(WPARAM font, LPARAM redraw);
+    LRESULT OnSetFont(WPARAM font, LPARAM);
     UINT OnGetDlgCode() { return DLGC_WANTARROWS; }
     void OnPaint();
     void OnLButtonDown(UINT keys, int x, int y);
     void OnKeyDown(UINT key, UINT repeat, UINT flags);
     void OnFocusChanged(SWnd*) { Invalidate(0); }
+    void OnVScroll(UINT code, SWnd*, UINT position);
+    int OnMouseWheel(UINT keys, int delta, int x, int y);
+    void OnSize(UINT how, int width, int height);
 
     std::vector<Item> items_;
     int current_ = -1;
     int top_ = 0;
+    int turned_ = 0;  // of the wheel, beyond the last line
     HFONT font_ = nullptr;
 };
 
