@@ -3,6 +3,7 @@
 #include <brcore8/graphics/window_dc.h>
 #include <brcore8/window/scaled.h>
 
+#include <cstddef>
 #include <string_view>
 
 SIMPLEMENT_CREATABLE(SToolBarCtrl, SWnd, 2);
@@ -43,7 +44,8 @@ namespace {
 // A tool that is a rectangle of its window; one without a rectangle is the window itself.
 TOOLINFOA ToolOf(const SWnd* window, UINT_PTR id) {
     TOOLINFOA tool{};
-    tool.cbSize = sizeof tool;
+    // Without what later versions of the control added, and older ones refuse.
+    tool.cbSize = offsetof(TOOLINFOA, lParam) + sizeof tool.lParam;
     tool.hwnd = window != nullptr ? window->GetHandle() : nullptr;
     tool.uId = id;
     return tool;
@@ -54,6 +56,13 @@ TOOLINFOA WindowTool(const SWnd* window) {
     TOOLINFOA tool = ToolOf(window, reinterpret_cast<UINT_PTR>(handle));
     tool.uFlags = TTF_IDISHWND;
     return tool;
+}
+
+// Those that an identifier names: 0 is the window itself and a rectangle of it alike.
+std::vector<TOOLINFOA> ToolsOf(const SWnd* window, UINT_PTR id) {
+    std::vector<TOOLINFOA> tools{ToolOf(window, id)};
+    if (id == 0) tools.push_back(WindowTool(window));
+    return tools;
 }
 
 }  // namespace
@@ -73,21 +82,23 @@ int SToolTipCtrl::AddTool(SWnd* window, const char* text, const RECT* rect, UINT
 }
 
 void SToolTipCtrl::DelTool(SWnd* window, UINT_PTR id) {
-    const TOOLINFOA tool = id != 0 ? ToolOf(window, id) : WindowTool(window);
-    Ask(TTM_DELTOOLA, 0, &tool);
+    for (const TOOLINFOA& tool : ToolsOf(window, id))
+        Ask(TTM_DELTOOLA, 0, &tool);
 }
 
 void SToolTipCtrl::UpdateTipText(SWnd* window, const char* text, UINT_PTR id) {
-    TOOLINFOA tool = id != 0 ? ToolOf(window, id) : WindowTool(window);
-    tool.lpszText = const_cast<char*>(text);
-    Ask(TTM_UPDATETIPTEXTA, 0, &tool);
+    for (TOOLINFOA tool : ToolsOf(window, id)) {
+        tool.lpszText = const_cast<char*>(text);
+        Ask(TTM_UPDATETIPTEXTA, 0, &tool);
+    }
 }
 
 SString SToolTipCtrl::GetText(SWnd* window, UINT_PTR id) const {
     char text[kLongest] = {};
-    TOOLINFOA tool = id != 0 ? ToolOf(window, id) : WindowTool(window);
-    tool.lpszText = text;
-    Ask(TTM_GETTEXTA, kLongest, &tool);
+    for (TOOLINFOA tool : ToolsOf(window, id)) {
+        tool.lpszText = text;
+        if (*text == '\0') Ask(TTM_GETTEXTA, kLongest, &tool);
+    }
     return SString(text);
 }
 
@@ -95,7 +106,7 @@ SString SToolTipCtrl::GetText(SWnd* window, UINT_PTR id) const {
 
 int SRebarCtrl::InsertBand(int index, SWnd* child, int minWidth, int minHeight, const char* text) {
     REBARBANDINFOA band{};
-    band.cbSize = sizeof band;
+    band.cbSize = offsetof(REBARBANDINFOA, wID) + sizeof band.wID;  // as every version knows it
     band.fMask = RBBIM_CHILD | RBBIM_CHILDSIZE | RBBIM_SIZE;
     if (text != nullptr) band.fMask |= RBBIM_TEXT;
     band.lpText = const_cast<char*>(text);

@@ -278,6 +278,13 @@ TEST_F(Controls, Bars) {
         EXPECT_STREQ(tips.GetText(&parent), "another");
         tips.DelTool(&parent);
         EXPECT_EQ(tips.GetToolCount(), 0);
+        const RECT place{0, 0, 20, 20};
+        EXPECT_EQ(tips.AddTool(&parent, "of a place", &place), 1);
+        EXPECT_STREQ(tips.GetText(&parent), "of a place");
+        tips.UpdateTipText(&parent, "another");
+        EXPECT_STREQ(tips.GetText(&parent), "another");
+        tips.DelTool(&parent);
+        EXPECT_EQ(tips.GetToolCount(), 0);
     }
     SRebarCtrl bands;
     if (IsThere(REBARCLASSNAMEA, bands.Create(0, kPlace, &parent, 3))) {

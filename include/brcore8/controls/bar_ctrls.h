@@ -134,6 +134,8 @@ public:
     void Activate(int on = 1) { Ask(TTM_ACTIVATE, on); }
     // A tip for a rectangle of a window, or, null, for all of it. The control keeps the text.
     int AddTool(SWnd* window, const char* text, const RECT* rect = nullptr, UINT_PTR id = 0);
+    // 0 names what was added without an identifier: the window's tip, and that of a rectangle. Of
+    // two texts the rectangle's is told.
     void DelTool(SWnd* window, UINT_PTR id = 0);
     void UpdateTipText(SWnd* window, const char* text, UINT_PTR id = 0);
     SString GetText(SWnd* window, UINT_PTR id = 0) const;
