@@ -1,8 +1,16 @@
 #include <brcore8/controls/tree_view_ctrl.h>
 
+#include <map>
+#include <string>
+#include <utility>
+
 SIMPLEMENT_CREATABLE(STreeViewCtrl, SWnd, 2);
 SIMPLEMENT_CREATABLE(STreeViewExCtrl, STreeViewCtrl, 2);
 SIMPLEMENT_CREATABLE(SCheckTreeViewCtrl, STreeViewCtrl, 2);
+SIMPLEMENT_MESSAGE_MAP(SCheckTreeViewCtrl, STreeViewCtrl,
+                       SOnMessage<&SCheckTreeViewCtrl::OnClick>(WM_LBUTTONDOWN),
+                       SOnMessage<&SCheckTreeViewCtrl::OnClick>(WM_LBUTTONDBLCLK),
+                       SOnMessage<&SCheckTreeViewCtrl::OnKey>(WM_KEYDOWN));
 SIMPLEMENT_CLASS(SPathPickTreeViewCtrl, STreeViewCtrl, 2);
 
 // --- Items --------------------------------------------------------------------------------------
@@ -106,24 +114,24 @@ HTREEITEM ChildOf(const STreeViewCtrl& tree, HTREEITEM parent, const SString& te
     return item;
 }
 
-// The item of a path; `make` answers for a part that is missing, or with null.
-template <class Make>
-HTREEITEM FollowPath(const STreeViewCtrl& tree, std::string_view path, char separator, Make make) {
+// The item of a path; `child` answers with an item's of that text, or with null.
+template <class Child>
+HTREEITEM FollowPath(std::string_view path, char separator, Child child) {
     HTREEITEM item = TVI_ROOT;
     while (!path.empty() && item != nullptr) {
         const std::size_t end = path.find(separator);
         const SString part(path.substr(0, end));
         path = end != std::string_view::npos ? path.substr(end + 1) : std::string_view();
         if (part.LengthByte() == 0) continue;
-        const HTREEITEM child = ChildOf(tree, item, part);
-        item = child != nullptr ? child : make(item, part);
+        item = child(item, part);
     }
     return item != TVI_ROOT ? item : nullptr;
 }
 
 HTREEITEM FoundPath(const STreeViewCtrl& tree, std::string_view path, char separator) {
-    return FollowPath(tree, path, separator,
-                      [](HTREEITEM, const SString&) -> HTREEITEM { return nullptr; });
+    return FollowPath(path, separator, [&tree](HTREEITEM parent, const SString& part) {
+        return ChildOf(tree, parent, part);
+    });
 }
 
 }  // namespace
@@ -137,8 +145,9 @@ HTREEITEM STreeViewExCtrl::FindPath(std::string_view path, char separator) const
 }
 
 HTREEITEM STreeViewExCtrl::InsertPath(std::string_view path, char separator) {
-    return FollowPath(*this, path, separator, [this](HTREEITEM parent, const SString& part) {
-        return InsertItem(part, parent);
+    return FollowPath(path, separator, [this](HTREEITEM parent, const SString& part) {
+        const HTREEITEM child = ChildOf(*this, parent, part);
+        return child != nullptr ? child : InsertItem(part, parent);
     });
 }
 
@@ -178,17 +187,51 @@ void SCheckTreeViewCtrl::CheckBranch(HTREEITEM item, int on) {
         SetCheck(each, on);
 }
 
+// The control turns the check of the item that `find` tells, if any, and what is below follows. Who
+// is told of the click may change the tree or end it: only an item that is found again is there.
+template <class Find>
+LRESULT SCheckTreeViewCtrl::Follow(Find find) {
+    const HWND handle = GetHandle();
+    const HTREEITEM item = find();
+    const int before = item != nullptr ? GetCheck(item) : 0;
+    const LRESULT result = Default();
+    if (item == nullptr || FromHandlePermanent(handle) != this || find() != item) return result;
+    if (const int now = GetCheck(item); now != before) CheckBranch(item, now);
+    return result;
+}
+
+LRESULT SCheckTreeViewCtrl::OnClick(WPARAM, LPARAM place) {
+    return Follow([this, place] {
+        TVHITTESTINFO hit{};
+        hit.pt = {static_cast<std::int16_t>(LOWORD(place)),
+                  static_cast<std::int16_t>(HIWORD(place))};
+        return HitTest(&hit);
+    });
+}
+
+LRESULT SCheckTreeViewCtrl::OnKey(WPARAM key, LPARAM) {
+    if (key != VK_SPACE) return Default();
+    return Follow([this] { return GetSelectedItem(); });
+}
+
 // --- Picking ------------------------------------------------------------------------------------
 
 int SPathPickTreeViewCtrl::SetPaths(const std::vector<SString>& paths) {
     DeleteAllItems();
     int shown = 0;
+    // The control would be asked for each text of each item's neighbours.
+    std::map<std::pair<HTREEITEM, std::string>, HTREEITEM> made;
     for (const SString& path : paths) {
         bool isNew = false;
-        FollowPath(*this, path.View(), separator_, [&](HTREEITEM parent, const SString& part) {
-            const HTREEITEM made = InsertItem(part, parent);
-            isNew = made != nullptr;
-            return made;
+        FollowPath(path.View(), separator_, [&](HTREEITEM parent, const SString& part) {
+            SString folded = part;
+            folded.ToLower();
+            HTREEITEM& item = made[{parent, std::string(folded.View())}];
+            if (item == nullptr) {
+                item = InsertItem(part, parent);
+                isNew = item != nullptr;
+            }
+            return item;
         });
         shown += isNew;
     }

@@ -94,9 +94,11 @@ public:
     void ExpandBranch(HTREEITEM item = TVI_ROOT, UINT how = TVE_EXPAND);
 };
 
-// A tree view with a check box before each item; checking one checks all below it.
+// A tree view with a check box before each item; when the user checks one, by a click or by Space,
+// all below it are checked too, and so with the check's end.
 class BRCORE8_API SCheckTreeViewCtrl : public STreeViewCtrl {
     SDECLARE_CREATABLE(SCheckTreeViewCtrl);
+    SDECLARE_MESSAGE_MAP(SCheckTreeViewCtrl);
 
 public:
     using STreeViewCtrl::Create;
@@ -107,6 +109,12 @@ public:
     int SetCheck(HTREEITEM item, int on = 1);
     // The item and what is below it.
     void CheckBranch(HTREEITEM item, int on = 1);
+
+private:
+    template <class Find>
+    LRESULT Follow(Find find);
+    LRESULT OnClick(WPARAM, LPARAM place);
+    LRESULT OnKey(WPARAM key, LPARAM);
 };
 
 // A tree view that shows a list of paths, of which the user picks one.
