@@ -23,6 +23,8 @@ public:
         const CodePage* page = ansi_.load(std::memory_order_acquire);
         return page ? *page : LoadDefault(ansi_, false);
     }
+    // Null until someone needed it.
+    static const CodePage* AnsiIfLoaded() noexcept { return ansi_.load(std::memory_order_acquire); }
     static const CodePage& Oem() noexcept {
         const CodePage* page = oem_.load(std::memory_order_acquire);
         return page ? *page : LoadDefault(oem_, true);

@@ -90,12 +90,28 @@ void SString::AssignCopy(std::int64_t bytes, const char* text) {
     }
 }
 
+namespace {
+
+// A short ASCII text has as many characters as bytes in every page: a program that only has such
+// ones starts without tables.
+std::int32_t CountFirst(const char* text, std::size_t size) {
+    constexpr std::size_t kShort = 64;
+    const bool isPlain = size <= kShort && std::all_of(text, text + size, [](unsigned char byte) {
+                             return byte < 0x80;
+                         });
+    return isPlain ? static_cast<std::int32_t>(size) : mbs::Count(CodePage::Ansi(), text, size);
+}
+
+}  // namespace
+
 char* SString::CopyText(std::int64_t bytes, const char* text) {
     char* const copy = NewText(bytes);
     if (bytes <= 0) return copy;
     const auto size = static_cast<std::size_t>(bytes);
     CopyBytes(copy, text, size);
-    DataOf(copy)->characters = mbs::Count(CodePage::Ansi(), copy, size);
+    const CodePage* const page = CodePage::AnsiIfLoaded();
+    DataOf(copy)->characters =
+        page != nullptr ? mbs::Count(*page, copy, size) : CountFirst(copy, size);
     return copy;
 }
 
