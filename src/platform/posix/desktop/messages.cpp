@@ -109,7 +109,7 @@ void AnswerSent(Thread& thread, Guard& lock) {
         ~Answering() {
             lock.lock();
             sent.isDone = true;
-            thread.changed.notify_all();
+            thread.changed->notify_all();
         }
         Thread& thread;
         Guard& lock;
@@ -147,14 +147,14 @@ void WaitForChange(Thread& thread, Guard& lock, std::uint64_t seen) {
     lock.lock();
     if (thread.changes != seen) return;
     if (thread.timers.empty() || IsClockVirtual()) {
-        thread.changed.wait(lock);
+        thread.changed->wait(lock);
         return;
     }
     const auto next =
         std::min_element(thread.timers.begin(), thread.timers.end(),
                          [](const Timer& a, const Timer& b) { return a.due < b.due; });
     const std::uint64_t now = Milliseconds();
-    if (next->due > now) thread.changed.wait_for(lock, std::chrono::milliseconds(next->due - now));
+    if (next->due > now) thread.changed->wait_for(lock, std::chrono::milliseconds(next->due - now));
 }
 
 BOOL Post(Thread& thread, const MSG& message) {
@@ -182,11 +182,12 @@ LRESULT SendMessageA(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     const auto sent = std::make_shared<SentMessage>();
     sent->message = {handle, message, wParam, lParam, GetTickCount(), CursorPoint()};
     other.sent.push_back(sent);
+    const auto changed = other.changed;
     Wake(other);
     // Whoever is sent to may send back meanwhile.
     while (!sent->isDone) {
         AnswerSent(own, lock);
-        if (!sent->isDone) other.changed.wait_for(lock, std::chrono::milliseconds(10));
+        if (!sent->isDone) changed->wait_for(lock, std::chrono::milliseconds(10));
     }
     return sent->result;
 }

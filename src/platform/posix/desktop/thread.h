@@ -67,7 +67,9 @@ struct Thread {
     std::deque<Input> input;
     std::uint64_t lastInput = 0;
     std::deque<std::shared_ptr<SentMessage>> sent;
-    std::condition_variable_any changed;
+    // Those who wait on it may do so a little longer than the thread lives.
+    std::shared_ptr<std::condition_variable_any> changed =
+        std::make_shared<std::condition_variable_any>();
     std::uint64_t changes = 0;
     bool isQuitting = false;
     int quitCode = 0;

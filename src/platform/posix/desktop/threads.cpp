@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 #include "platform/posix/desktop/thread.h"
 
@@ -27,13 +28,25 @@ struct Membership {
             if (window != nullptr && window->thread == thread) DestroyWindow(handle);
         }
         const std::lock_guard guard(Lock());
+        // What was in the midst of its end has none to come.
+        for (const HWND handle : AllWindows())
+            if (Window* const window = Find(handle); window->thread == thread) Drop(*window);
         LeaveClipboard(*thread);
         for (const auto& sent : thread->sent)
             sent->isDone = true;
         thread->sent.clear();
         std::erase(Threads(), thread);
-        thread->changed.notify_all();
-        // Others may be waiting on it still: kept, as the desktop is.
+        thread->changed->notify_all();
+        delete std::exchange(thread, nullptr);
+    }
+
+private:
+    static void Drop(Window& window) noexcept {
+        ForgetWindow(window);
+        while (window.firstChild != nullptr)
+            Unlink(*window.firstChild);
+        Unlink(window);
+        FreeWindow(&window);
     }
 };
 
@@ -60,7 +73,7 @@ Thread* FindThread(DWORD id) noexcept {
 void Wake(Thread& thread) noexcept {
     const std::lock_guard guard(Lock());
     ++thread.changes;
-    thread.changed.notify_all();
+    thread.changed->notify_all();
 }
 
 void WakeAll() noexcept {
