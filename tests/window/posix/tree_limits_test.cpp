@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <future>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -145,6 +146,26 @@ TEST(TreeThreads, AnotherThreadsWindowIsAskedNotCalled) {
     EXPECT_TRUE(SetForegroundWindow(other.window));
     other.LetPump();
     EXPECT_EQ(other.wasActive, other.window);
+}
+
+TEST(TreeThreads, AWindowInTheMidstOfItsEndGoesWithItsThread) {
+    WNDCLASSEXA info{};
+    info.cbSize = sizeof info;
+    info.lpszClassName = "TestUnwillingClass";
+    info.lpfnWndProc = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
+        if (message == WM_DESTROY) throw std::runtime_error("not now");
+        return DefWindowProcA(window, message, wParam, lParam);
+    };
+    ASSERT_NE(RegisterClassExA(&info), 0);
+    HWND window = nullptr;
+    std::thread([&] {
+        window = CreateWindowExA(0, info.lpszClassName, "", WS_POPUP, 0, 0, 10, 10, nullptr,
+                                 nullptr, nullptr, nullptr);
+        EXPECT_THROW(DestroyWindow(window), std::runtime_error);
+        EXPECT_TRUE(IsWindow(window));
+    }).join();
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_TRUE(UnregisterClassA(info.lpszClassName, nullptr));
 }
 
 }  // namespace
