@@ -28,14 +28,20 @@ BRCORE8_API ULONG_PTR GetClassLongPtrA(HWND window, int index) noexcept;
 // --- Windows --------------------------------------------------------------------------------
 
 // Sends WM_NCCREATE and WM_CREATE, after the thread's creation hooks saw HCBT_CREATEWND. Null when
-// one of them refuses. A class that this desktop lacks is ERROR_CANNOT_FIND_WND_CLASS.
+// one of them refuses: whoever refuses WM_NCCREATE, or is refused by a hook, gets WM_NCDESTROY
+// alone. A class that this desktop lacks is ERROR_CANNOT_FIND_WND_CLASS. Windows nest, and own, at
+// most a hundred deep, and 65,000 live at once: ERROR_INVALID_PARAMETER. Places and sizes are kept
+// in 16 bits, nearer ones for those beyond.
 BRCORE8_API HWND CreateWindowExA(DWORD exStyle, const char* className, const char* text,
                                  DWORD style, int x, int y, int width, int height, HWND parent,
                                  HMENU menu, HINSTANCE instance, void* param);
-// The thread's own windows alone; children and owned windows go first.
+// The thread's own windows alone, else ERROR_ACCESS_DENIED; owned windows go first, and children
+// get their last message before it. A child that is taken to another parent meanwhile lives on.
 BRCORE8_API BOOL DestroyWindow(HWND window);
 BRCORE8_API BOOL IsWindow(HWND window) noexcept;
 
+// Those with a number from 0 on are the window's own bytes, as wide as the call: LONG_PTR or LONG.
+// An owner that the window owns itself, in any number of steps, is ERROR_INVALID_PARAMETER.
 BRCORE8_API LONG_PTR GetWindowLongPtrA(HWND window, int index) noexcept;
 BRCORE8_API LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value);
 BRCORE8_API LONG GetWindowLongA(HWND window, int index) noexcept;
@@ -53,6 +59,8 @@ BRCORE8_API DWORD GetCurrentThreadId() noexcept;
 BRCORE8_API HWND GetDesktopWindow() noexcept;
 // The parent of a child, the owner of a popup, else null.
 BRCORE8_API HWND GetParent(HWND window) noexcept;
+// The old parent; null with ERROR_INVALID_PARAMETER for a parent that is below the window, or where
+// windows would nest too deep. Who gets another parent than the desktop has no owner any more.
 BRCORE8_API HWND SetParent(HWND child, HWND parent);
 BRCORE8_API HWND GetAncestor(HWND window, UINT which) noexcept;
 BRCORE8_API HWND GetWindow(HWND window, UINT which) noexcept;
@@ -105,6 +113,7 @@ inline const HWND HWND_NOTOPMOST = reinterpret_cast<HWND>(std::intptr_t{-2});
 
 BRCORE8_API BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
 BRCORE8_API BOOL ValidateRect(HWND window, const RECT* rect);
+// Paints what is due of the window and of all below it.
 BRCORE8_API BOOL UpdateWindow(HWND window);
 BRCORE8_API BOOL RedrawWindow(HWND window, const RECT* rect, HRGN region, UINT flags);
 BRCORE8_API BOOL GetUpdateRect(HWND window, RECT* rect, BOOL erase);
@@ -145,6 +154,8 @@ BRCORE8_API LRESULT CallNextHookEx(HHOOK hook, int code, WPARAM wParam, LPARAM l
 
 // --- Focus, mouse, keyboard ---------------------------------------------------------------------
 
+// Of this thread's windows alone, else null with ERROR_ACCESS_DENIED. SetForegroundWindow asks the
+// thread of another's window, which follows when it looks for messages.
 BRCORE8_API HWND SetFocus(HWND window);
 BRCORE8_API HWND GetFocus() noexcept;
 BRCORE8_API HWND SetActiveWindow(HWND window);
