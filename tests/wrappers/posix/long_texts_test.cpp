@@ -17,6 +17,14 @@ protected:
                   1);
     }
 
+    // A field of many lines without an end.
+    void MakeEndless(SEditCtrl& edit) {
+        ASSERT_EQ(edit.Create(WS_VISIBLE | ES_MULTILINE | ES_AUTOHSCROLL | ES_AUTOVSCROLL,
+                              {0, 0, 200, 100}, &parent, 1),
+                  1);
+        edit.LimitText(0x7FFFFFFE);
+    }
+
     SWnd parent;
 };
 
@@ -52,10 +60,7 @@ TEST_F(LongTexts, OfAStatusBarAreCut) {
 
 TEST_F(LongTexts, OfAFieldAreReadAndHit) {
     SEditCtrl edit;
-    ASSERT_EQ(edit.Create(WS_VISIBLE | ES_MULTILINE | ES_AUTOHSCROLL | ES_AUTOVSCROLL,
-                          {0, 0, 200, 100}, &parent, 1),
-              1);
-    edit.LimitText(0x7FFFFFFE);
+    ASSERT_NO_FATAL_FAILURE(MakeEndless(edit));
     std::string text;
     for (int i = 0; i < 200; ++i)
         text += std::string(1000, static_cast<char>('a' + i % 26)) + "\r\n";
@@ -92,10 +97,7 @@ TEST_F(LongTexts, OfAFieldAreReadAndHit) {
 // Lines beyond the 16 bits, too.
 TEST_F(LongTexts, HaveManyLines) {
     SEditCtrl edit;
-    ASSERT_EQ(edit.Create(WS_VISIBLE | ES_MULTILINE | ES_AUTOHSCROLL | ES_AUTOVSCROLL,
-                          {0, 0, 200, 100}, &parent, 1),
-              1);
-    edit.LimitText(0x7FFFFFFE);
+    ASSERT_NO_FATAL_FAILURE(MakeEndless(edit));
     std::string text;
     for (int i = 0; i < 70000; ++i)
         text += "line\r\n";

@@ -99,6 +99,8 @@ Window& Root() noexcept;
 Window* NewWindow(Thread* thread);
 // Ends a window that is in no tree.
 void FreeWindow(Window* window) noexcept;
+// The window leaves screen, queues and tree with all it has, and is no more. Nobody is told.
+void RemoveWindow(Window& window) noexcept;
 // Every window of the table, for what concerns all.
 std::vector<HWND> AllWindows();
 

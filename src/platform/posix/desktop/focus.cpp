@@ -9,17 +9,19 @@ using namespace brcore8::desktop;
 
 namespace {
 
-bool CanTake(HWND handle) noexcept {
-    for (const Window* at = Find(handle); at != nullptr; at = at->parent)
-        if ((at->style & WS_DISABLED) != 0 || at->isDestroyed) return false;
-    return true;
-}
-
 // Focus and activation are a thread's own affair.
 bool IsForeign(HWND handle) noexcept {
     const Window* const window = Find(handle);
     if (window == nullptr || window->thread == &ThisThread()) return false;
     SetLastError(ERROR_ACCESS_DENIED);
+    return true;
+}
+
+bool CanTake(HWND handle) noexcept {
+    const Window* at = Find(handle);
+    if (at == nullptr || IsForeign(handle)) return false;
+    for (; at != nullptr; at = at->parent)
+        if ((at->style & WS_DISABLED) != 0 || at->isDestroyed) return false;
     return true;
 }
 
@@ -48,8 +50,7 @@ HWND Activate(HWND handle, bool isClick) {
     Thread& thread = ThisThread();
     const HWND old = thread.active;
     if (handle == old) return old;
-    if (handle != nullptr && (Find(handle) == nullptr || IsForeign(handle) || !CanTake(handle)))
-        return nullptr;
+    if (handle != nullptr && !CanTake(handle)) return nullptr;
     thread.active = handle;
     {
         const std::lock_guard guard(Lock());
@@ -103,8 +104,7 @@ HWND SetFocus(HWND handle) {
     Thread& thread = ThisThread();
     const HWND old = thread.focus;
     if (handle == old) return old;
-    if (handle != nullptr && (Find(handle) == nullptr || IsForeign(handle) || !CanTake(handle)))
-        return nullptr;
+    if (handle != nullptr && !CanTake(handle)) return nullptr;
     if (handle != nullptr && TopOf(handle) != thread.active) {
         SetActiveWindow(TopOf(handle));
         if (thread.focus == handle || Find(handle) == nullptr) return old;

@@ -30,7 +30,8 @@ struct Membership {
         const std::lock_guard guard(Lock());
         // What was in the midst of its end has none to come.
         for (const HWND handle : AllWindows())
-            if (Window* const window = Find(handle); window->thread == thread) Drop(*window);
+            if (Window* const window = Find(handle); window->thread == thread)
+                RemoveWindow(*window);
         LeaveClipboard(*thread);
         for (const auto& sent : thread->sent)
             sent->isDone = true;
@@ -38,15 +39,6 @@ struct Membership {
         std::erase(Threads(), thread);
         thread->changed->notify_all();
         delete std::exchange(thread, nullptr);
-    }
-
-private:
-    static void Drop(Window& window) noexcept {
-        ForgetWindow(window);
-        while (window.firstChild != nullptr)
-            Unlink(*window.firstChild);
-        Unlink(window);
-        FreeWindow(&window);
     }
 };
 

@@ -111,15 +111,7 @@ void EndFamily(HWND handle, const std::vector<HWND>& told) {
     for (auto each = leaving.rbegin(); each != leaving.rend(); ++each) {
         SendMessageA(*each, WM_NCDESTROY, 0, 0);
         Window* const member = IsWindow(*each) ? Find(*each) : nullptr;
-        if (member == nullptr) continue;
-        if (Screen* const screen = TheScreen()) screen->Remove(*each);
-        ForgetWindow(*member);
-        if (member->menu != nullptr) DestroyMenu(std::exchange(member->menu, nullptr));
-        const std::lock_guard guard(Lock());
-        while (member->firstChild != nullptr)
-            Unlink(*member->firstChild);
-        Unlink(*member);
-        FreeWindow(member);
+        if (member != nullptr) RemoveWindow(*member);
     }
 }
 
@@ -192,6 +184,17 @@ HWND CreateWindowExA(DWORD exStyle, const char* className, const char* text, DWO
     TellParent(handle, WM_CREATE);
     if ((style & WS_VISIBLE) != 0 && IsWindow(handle)) ShowWindow(handle, SW_SHOW);
     return IsWindow(handle) ? handle : nullptr;
+}
+
+void brcore8::desktop::RemoveWindow(Window& window) noexcept {
+    if (Screen* const screen = TheScreen()) screen->Remove(window.handle);
+    ForgetWindow(window);
+    if (window.menu != nullptr) DestroyMenu(std::exchange(window.menu, nullptr));
+    const std::lock_guard guard(Lock());
+    while (window.firstChild != nullptr)
+        Unlink(*window.firstChild);
+    Unlink(window);
+    FreeWindow(&window);
 }
 
 BOOL DestroyWindow(HWND handle) {
